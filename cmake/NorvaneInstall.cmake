@@ -1,0 +1,3 @@
+include(GNUInstallDirs)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/norvane DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/strings DESTINATION ${CMAKE_INSTALL_DATADIR}/norvane)

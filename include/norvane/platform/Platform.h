@@ -1,0 +1,71 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <norvane/platform/Alerts.h>
+#include <norvane/platform/Clock.h>
+#include <norvane/platform/CredentialStore.h>
+#include <norvane/platform/Executors.h>
+#include <norvane/platform/Files.h>
+#include <norvane/platform/HttpSession.h>
+#include <norvane/platform/Location.h>
+#include <norvane/platform/Log.h>
+#include <norvane/platform/NotificationCentre.h>
+#include <norvane/platform/Reachability.h>
+#include <norvane/platform/StringTable.h>
+#include <norvane/platform/UserDefaults.h>
+
+namespace norvane {
+
+/// Which adapter keeps the credentials. `Automatic` remembers its choice in the home, so that a sign-in made
+/// with one adapter is not lost to a later run with another.
+enum class CredentialStoreKind { Automatic, SecretService, File };
+
+/// How the default adapters are made.
+struct PlatformOptions {
+    /// All folders of the application go below it ("Documents", "support", "defaults", "caches"); without
+    /// one they follow the XDG folders of `applicationName`.
+    std::optional<std::filesystem::path> home;
+    std::string applicationName = "norvane";
+    /// PEM file of the only certificate authority to trust; without one, the system's.
+    std::optional<std::filesystem::path> trustAnchorFile;
+    CredentialStoreKind credentialStore = CredentialStoreKind::Automatic;
+    /// Language of the string table ("de", "fr_CA"); without one, the system's.
+    std::optional<std::string> locale;
+};
+
+/// What the kit takes from its surroundings, a port a member. A host fills in the members that it provides
+/// itself; `complete` gives every member still null its Linux adapter.
+struct Platform {
+    std::shared_ptr<Files> files;
+    std::shared_ptr<UserDefaults> userDefaults;
+    std::shared_ptr<CredentialStore> credentials;
+    std::shared_ptr<HttpSession> http;
+    std::shared_ptr<Reachability> reachability;
+    std::shared_ptr<Executors> executors;
+    std::shared_ptr<NotificationCentre> notifications;
+    std::shared_ptr<Clock> clock;
+    std::shared_ptr<Random> random;
+    std::shared_ptr<StringTable> strings;
+    std::shared_ptr<Log> log;
+    std::shared_ptr<Alerts> alerts;
+    std::shared_ptr<LocationService> location;
+    double displayScale = 2; ///< device pixels a point
+    std::string deviceName;  ///< shown to signers ("Please pass the ..."); the host name by default
+    std::string deviceModel;
+
+    /// Fills in what is missing. An error names the folder or file that could not be made.
+    static Result<Platform> complete(Platform given, const PlatformOptions& options = {});
+
+    /// Makes this the process's platform. Before the first `NVMManager::setup`, or between a sign-out and the
+    /// next set-up; never while the kit works.
+    static void install(Platform platform);
+    /// The installed platform; the first call without one installs `complete({})`. Throws NVMException when
+    /// that fails. The reference stays valid until the next `install`.
+    static const Platform& current();
+};
+
+} // namespace norvane

@@ -1,0 +1,200 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+#include <type_traits>
+
+#include <norvane/record/Kinds.h>
+
+namespace norvane {
+
+/// What a field holds; each kind is one member type of Kinds.h.
+enum class FieldKind { Text, Bool, Integer, Number, DateTime, Bytes, TextList, Any, Record, List, Local, Rest };
+
+class RecordType;
+
+/// How to reach the elements of a `field::List` or the target of a `field::Record` without its type.
+struct ReferenceAccess {
+    const RecordType& (*type)();
+    std::size_t (*size)(const void* member);
+    void* (*at)(const void* member, std::size_t index);
+    /// Appends (List) or sets (Record) a fresh element and gives it.
+    void* (*emplace)(void* member);
+    /// The same with an element that exists; it must be of `type`.
+    void (*adopt)(void* member, std::shared_ptr<void> element);
+    std::shared_ptr<void> (*share)(const void* member, std::size_t index);
+    /// Makes the member an empty list with room for `capacity` elements (List) or null (Record).
+    void (*reset)(void* member, std::size_t capacity);
+    bool (*present)(const void* member);
+    void (*clear)(void* member); ///< absent
+};
+
+/// One row of a record's table.
+struct Field {
+    std::string_view name; ///< the property's name; a trailing underscore that avoids a C++ keyword is dropped
+    FieldKind kind;
+    void* (*member)(void* record);
+    const ReferenceAccess* reference; ///< Record and List only
+
+    void* in(void* record) const { return member(record); }
+    const void* in(const void* record) const { return member(const_cast<void*>(record)); }
+    template <class T>
+    T& as(void* record) const {
+        return *static_cast<T*>(member(record));
+    }
+    template <class T>
+    const T& as(const void* record) const {
+        return *static_cast<const T*>(in(record));
+    }
+};
+
+/// A record's table: its name, its fields in declaration order (a base record's first where it stands first in
+/// the list) and how to make one. Tables live for ever; look-ups are thread-safe.
+class RecordType {
+  public:
+    constexpr RecordType(std::string_view recordName, std::span<const Field> fieldRows,
+                         std::shared_ptr<void> (*maker)())
+        : name_(recordName), fields_(fieldRows), make_(maker) {}
+
+    constexpr std::string_view name() const { return name_; }
+    constexpr std::span<const Field> fields() const { return fields_; }
+    std::shared_ptr<void> make() const { return make_(); }
+    /// The field of that name, or null. `hint` is where the caller expects it (the field after the last one
+    /// found): records mostly arrive in the order of their table.
+    const Field* find(std::string_view name, std::size_t hint = 0) const;
+
+  private:
+    std::string_view name_;
+    std::span<const Field> fields_;
+    std::shared_ptr<void> (*make_)();
+};
+
+/// Sets the fields of `to` from the like-named fields of `from`, whatever the two types. Like kinds are
+/// copied; Bool, Integer and Number convert among one another (absent reads as false or 0); Record and List
+/// fields are shared between records of one type and left alone otherwise. Fields named in `except` are left.
+void copyLikeNamedFields(const RecordType& fromType, const void* from, const RecordType& toType, void* to,
+                         std::span<const std::string_view> except = {});
+
+/// Field by field, sub-records by content.
+bool equalRecords(const RecordType& type, const void* a, const void* b);
+
+/// Whether the field holds anything: text, number, date, bytes and lists when present, Bool and Integer always.
+bool hasValue(const Field& field, const void* record);
+
+/// A scalar field as a boxed value; null when absent and for Record and List fields.
+Value valueOf(const Field& field, const void* record);
+
+namespace detail {
+
+template <class T>
+struct KindOf;
+#define NORVANE_KIND(TYPE, KIND)                                                                                       \
+    template <>                                                                                                        \
+    struct KindOf<field::TYPE> {                                                                                       \
+        static constexpr FieldKind kind = FieldKind::KIND;                                                             \
+        static constexpr const ReferenceAccess* reference = nullptr;                                                   \
+    };
+NORVANE_KIND(Text, Text)
+NORVANE_KIND(Bool, Bool)
+NORVANE_KIND(Integer, Integer)
+NORVANE_KIND(Number, Number)
+NORVANE_KIND(Date, DateTime)
+NORVANE_KIND(Bytes, Bytes)
+NORVANE_KIND(TextList, TextList)
+NORVANE_KIND(Any, Any)
+NORVANE_KIND(LocalText, Local)
+NORVANE_KIND(Rest, Rest)
+#undef NORVANE_KIND
+
+template <class T>
+struct RecordAccess {
+    using Member = std::shared_ptr<T>;
+    static Member& of(void* member) { return *static_cast<Member*>(member); }
+    static const Member& of(const void* member) { return *static_cast<const Member*>(member); }
+    static constexpr ReferenceAccess value{
+        []() -> const RecordType& { return T::type(); },
+        [](const void* member) -> std::size_t { return of(member) ? 1 : 0; },
+        [](const void* member, std::size_t) -> void* { return of(member).get(); },
+        [](void* member) -> void* { return (of(member) = std::make_shared<T>()).get(); },
+        [](void* member, std::shared_ptr<void> element) {
+            of(member) = std::static_pointer_cast<T>(std::move(element));
+        },
+        [](const void* member, std::size_t) -> std::shared_ptr<void> { return of(member); },
+        [](void* member, std::size_t) { of(member).reset(); },
+        [](const void* member) { return of(member) != nullptr; },
+        [](void* member) { of(member).reset(); },
+    };
+};
+
+template <class T>
+struct ListAccess {
+    using Member = std::optional<std::vector<std::shared_ptr<T>>>;
+    static Member& of(void* member) { return *static_cast<Member*>(member); }
+    static const Member& of(const void* member) { return *static_cast<const Member*>(member); }
+    static constexpr ReferenceAccess value{
+        []() -> const RecordType& { return T::type(); },
+        [](const void* member) -> std::size_t { return of(member) ? of(member)->size() : 0; },
+        [](const void* member, std::size_t index) -> void* { return (*of(member))[index].get(); },
+        [](void* member) -> void* {
+            if (!of(member)) of(member).emplace();
+            return of(member)->emplace_back(std::make_shared<T>()).get();
+        },
+        [](void* member, std::shared_ptr<void> element) {
+            if (!of(member)) of(member).emplace();
+            of(member)->push_back(std::static_pointer_cast<T>(std::move(element)));
+        },
+        [](const void* member, std::size_t index) -> std::shared_ptr<void> { return (*of(member))[index]; },
+        [](void* member, std::size_t capacity) { of(member).emplace().reserve(capacity); },
+        [](const void* member) { return of(member).has_value(); },
+        [](void* member) { of(member).reset(); },
+    };
+};
+
+template <class T>
+struct KindOf<std::shared_ptr<T>> {
+    static constexpr FieldKind kind = FieldKind::Record;
+    static constexpr const ReferenceAccess* reference = &RecordAccess<T>::value;
+};
+template <class T>
+struct KindOf<std::optional<std::vector<std::shared_ptr<T>>>> {
+    static constexpr FieldKind kind = FieldKind::List;
+    static constexpr const ReferenceAccess* reference = &ListAccess<T>::value;
+};
+
+constexpr std::string_view fieldName(std::string_view member) {
+    return member.ends_with('_') ? member.substr(0, member.size() - 1) : member;
+}
+
+template <class R, auto MEMBER>
+constexpr Field makeField(std::string_view name) {
+    using Kind = KindOf<std::remove_reference_t<decltype(std::declval<R&>().*MEMBER)>>;
+    return {fieldName(name), Kind::kind, [](void* record) -> void* { return &(static_cast<R*>(record)->*MEMBER); },
+            Kind::reference};
+}
+
+} // namespace detail
+
+// A field list is a macro that calls its first argument once a field; lists may contain other lists. After
+//     #define NVES_NAME_VALUE_FIELDS(FIELD, R) FIELD(R, Text, name) FIELD(R, Text, value)
+// the header says
+//     struct NVESNameValue : NVESObject { NORVANE_RECORD(NVESNameValue, NVES_NAME_VALUE_FIELDS) };
+// and one source says
+//     NORVANE_TABLE(NVESNameValue, NVES_NAME_VALUE_FIELDS)
+// A derived record declares its own fields and names its base's too in its table.
+#define NORVANE_DECLARE_FIELD(R, KIND, NAME) ::norvane::field::KIND NAME{};
+#define NORVANE_DESCRIBE_FIELD(R, KIND, NAME) ::norvane::detail::makeField<R, &R::NAME>(#NAME),
+
+#define NORVANE_RECORD(R, FIELDS)                                                                                      \
+    FIELDS(NORVANE_DECLARE_FIELD, R)                                                                                   \
+    static const ::norvane::RecordType& type();
+
+#define NORVANE_TABLE(R, FIELDS)                                                                                       \
+    const ::norvane::RecordType& R::type() {                                                                           \
+        static constexpr ::norvane::Field fields[] = {FIELDS(NORVANE_DESCRIBE_FIELD, R)};                              \
+        static constexpr ::norvane::RecordType table(                                                                  \
+            #R, fields, []() -> std::shared_ptr<void> { return std::make_shared<R>(); });                              \
+        return table;                                                                                                  \
+    }
+
+} // namespace norvane

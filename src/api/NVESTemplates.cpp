@@ -1,0 +1,10 @@
+#include <norvane/api/NVESTemplates.h>
+
+namespace norvane {
+
+NORVANE_TABLE(NVESEnvelopeTemplateDefinition, NVES_ENVELOPE_TEMPLATE_DEFINITION_FIELDS)
+NORVANE_TABLE(NVESEnvelopeTemplate, NVES_ENVELOPE_TEMPLATE_FIELDS)
+NORVANE_TABLE(NVESEnvelopeTemplateResult, NVES_ENVELOPE_TEMPLATE_RESULT_FIELDS)
+NORVANE_TABLE(NVESEnvelopeTemplateResults, NVES_ENVELOPE_TEMPLATE_RESULTS_FIELDS)
+
+} // namespace norvane

@@ -1,0 +1,156 @@
+#include <norvane/record/Record.h>
+
+#include <algorithm>
+
+namespace norvane {
+
+const Field* RecordType::find(std::string_view name, std::size_t hint) const {
+    const std::size_t count = fields_.size();
+    for (std::size_t step = 0, index = hint < count ? hint : 0; step < count; ++step) {
+        if (fields_[index].name == name) return &fields_[index];
+        if (++index == count) index = 0;
+    }
+    return nullptr;
+}
+
+namespace {
+
+bool isNumeric(FieldKind kind) {
+    return kind == FieldKind::Bool || kind == FieldKind::Integer || kind == FieldKind::Number;
+}
+
+std::optional<double> numberIn(const Field& field, const void* record) {
+    switch (field.kind) {
+    case FieldKind::Bool: return field.as<bool>(record) ? 1.0 : 0.0;
+    case FieldKind::Integer: return static_cast<double>(field.as<std::int64_t>(record));
+    default: return field.as<field::Number>(record);
+    }
+}
+
+void setNumber(const Field& field, void* record, std::optional<double> value) {
+    switch (field.kind) {
+    case FieldKind::Bool: field.as<bool>(record) = value.value_or(0) != 0; break;
+    case FieldKind::Integer: field.as<std::int64_t>(record) = static_cast<std::int64_t>(value.value_or(0)); break;
+    default: field.as<field::Number>(record) = value; break;
+    }
+}
+
+/// Calls `visit` with a null pointer of the member type of a kind that holds a plain value.
+template <class Visit>
+void withPlainType(FieldKind kind, Visit visit) {
+    switch (kind) {
+    case FieldKind::Text: visit(static_cast<field::Text*>(nullptr)); break;
+    case FieldKind::Bool: visit(static_cast<field::Bool*>(nullptr)); break;
+    case FieldKind::Integer: visit(static_cast<field::Integer*>(nullptr)); break;
+    case FieldKind::Number: visit(static_cast<field::Number*>(nullptr)); break;
+    case FieldKind::DateTime: visit(static_cast<field::Date*>(nullptr)); break;
+    case FieldKind::Bytes: visit(static_cast<field::Bytes*>(nullptr)); break;
+    case FieldKind::TextList: visit(static_cast<field::TextList*>(nullptr)); break;
+    case FieldKind::Any: visit(static_cast<field::Any*>(nullptr)); break;
+    case FieldKind::Local: visit(static_cast<field::LocalText*>(nullptr)); break;
+    case FieldKind::Rest: visit(static_cast<field::Rest*>(nullptr)); break;
+    case FieldKind::Record:
+    case FieldKind::List: break;
+    }
+}
+
+void copyReferences(const Field& from, const void* source, const Field& to, void* target) {
+    if (&from.reference->type() != &to.reference->type()) return;
+    const void* member = from.in(source);
+    void* result = to.in(target);
+    to.reference->clear(result);
+    if (!from.reference->present(member)) return;
+    const std::size_t count = from.reference->size(member);
+    if (to.kind == FieldKind::List) to.reference->reset(result, count);
+    for (std::size_t index = 0; index < count; ++index)
+        to.reference->adopt(result, from.reference->share(member, index));
+}
+
+bool equalReferences(const Field& field, const void* a, const void* b) {
+    const ReferenceAccess& access = *field.reference;
+    const void* first = field.in(a);
+    const void* second = field.in(b);
+    if (access.present(first) != access.present(second) || access.size(first) != access.size(second)) return false;
+    for (std::size_t index = 0; index < access.size(first); ++index)
+        if (!equalRecords(access.type(), access.at(first, index), access.at(second, index))) return false;
+    return true;
+}
+
+} // namespace
+
+void copyLikeNamedFields(const RecordType& fromType, const void* from, const RecordType& toType, void* to,
+                         std::span<const std::string_view> except) {
+    std::size_t hint = 0;
+    for (const Field& target : toType.fields()) {
+        if (std::find(except.begin(), except.end(), target.name) != except.end()) continue;
+        const Field* source = fromType.find(target.name, hint);
+        if (!source) continue;
+        hint = static_cast<std::size_t>(source - fromType.fields().data()) + 1;
+        if (isNumeric(source->kind) && isNumeric(target.kind)) {
+            setNumber(target, to, numberIn(*source, from));
+        } else if (source->kind != target.kind) {
+            continue;
+        } else if (source->reference) {
+            copyReferences(*source, from, target, to);
+        } else {
+            withPlainType(target.kind, [&](auto* type) {
+                using Member = std::remove_pointer_t<decltype(type)>;
+                target.as<Member>(to) = source->as<Member>(from);
+            });
+        }
+    }
+}
+
+bool equalRecords(const RecordType& type, const void* a, const void* b) {
+    if (a == b) return true;
+    if (!a || !b) return false;
+    for (const Field& field : type.fields()) {
+        bool equal = true;
+        if (field.reference) {
+            equal = equalReferences(field, a, b);
+        } else {
+            withPlainType(field.kind, [&](auto* member) {
+                using Member = std::remove_pointer_t<decltype(member)>;
+                equal = field.as<Member>(a) == field.as<Member>(b);
+            });
+        }
+        if (!equal) return false;
+    }
+    return true;
+}
+
+bool hasValue(const Field& field, const void* record) {
+    switch (field.kind) {
+    case FieldKind::Bool:
+    case FieldKind::Integer: return true;
+    case FieldKind::Record:
+    case FieldKind::List: return field.reference->present(field.in(record));
+    case FieldKind::Local: return field.as<field::LocalText>(record).text.has_value();
+    case FieldKind::Rest: return !field.as<field::Rest>(record).members.empty();
+    default: return !valueOf(field, record).isNull();
+    }
+}
+
+Value valueOf(const Field& field, const void* record) {
+    switch (field.kind) {
+    case FieldKind::Text: return field.as<field::Text>(record);
+    case FieldKind::Bool: return field.as<bool>(record);
+    case FieldKind::Integer: return field.as<std::int64_t>(record);
+    case FieldKind::Number: return field.as<field::Number>(record);
+    case FieldKind::DateTime: return field.as<field::Date>(record);
+    case FieldKind::Bytes: return field.as<field::Bytes>(record);
+    case FieldKind::Any: return field.as<field::Any>(record);
+    case FieldKind::Local: return field.as<field::LocalText>(record).text;
+    case FieldKind::TextList: {
+        const auto& list = field.as<field::TextList>(record);
+        if (!list) return {};
+        return Array(list->begin(), list->end());
+    }
+    case FieldKind::Rest:
+    case FieldKind::Record:
+    case FieldKind::List: break;
+    }
+    return {};
+}
+
+} // namespace norvane
