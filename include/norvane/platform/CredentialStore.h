@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -7,6 +8,16 @@
 #include <norvane/platform/Result.h>
 
 namespace norvane {
+
+/// Domain of the stores' errors; the code is a `CredentialStoreError`. `kFailureReasonKey` holds the cause.
+inline constexpr std::string_view kCredentialStoreErrorDomain = "NorvaneCredentialStoreErrorDomain";
+
+enum class CredentialStoreError : std::int64_t {
+    Locked = 1,      ///< the user has to unlock it first
+    Unavailable = 2, ///< the service that keeps it does not answer
+    Damaged = 3,     ///< it cannot be decrypted; it stays as it is
+    Failed = 4,      ///< anything else: no space, no permission
+};
 
 /// Generic password items, each under a service name and an account. Any thread may call; calls block.
 /// Secrets never reach a log or an error text.

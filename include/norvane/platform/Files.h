@@ -11,6 +11,8 @@ namespace norvane {
 
 /// Domain of file errors; the code is errno.
 inline constexpr std::string_view kFileErrorDomain = "NorvaneFileErrorDomain";
+/// User-information key of a file error: the path that could not be used.
+inline constexpr std::string_view kFilePathKey = "path";
 
 /// The application's folders and durable, protected writes. Any thread may call; calls block. Folders are made
 /// 0700 and files 0600; symbolic links are not followed by writes and removals.

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,17 @@ namespace norvane {
 
 /// Domain of errors of the transport; the code is the cause's number (libcurl's in the default adapter).
 inline constexpr std::string_view kTransportErrorDomain = "NorvaneTransportErrorDomain";
+/// User-information keys of transport errors; each is there only when it is known.
+/// Boolean, in errors that came up after the request had begun: whether all of the request may have been sent.
+/// When false, the service cannot have acted on it; when true, the outcome is unknown.
+inline constexpr std::string_view kTransportRequestSentKey = "NorvaneBodySent";
+/// The request's address, without user, query and fragment.
+inline constexpr std::string_view kTransportUrlKey = "NorvaneURL";
+inline constexpr std::string_view kTransportCurlCodeKey = "NorvaneCurlCode";
+/// OpenSSL's number for what is wrong with a certificate.
+inline constexpr std::string_view kTransportVerifyResultKey = "NorvaneVerifyResult";
+/// What the library below said, for logs.
+inline constexpr std::string_view kTransportDetailKey = "NorvaneDetail";
 
 /// Causes that every adapter reports with these codes, whatever library it stands on.
 enum class TransportError : std::int64_t {
@@ -27,6 +39,7 @@ enum class TransportError : std::int64_t {
     TlsHandshakeFailed = 35,
     ConnectionLost = 56, ///< the connection ended before the answer did
     CertificateRefused = 60,
+    TooLarge = 63, ///< the answer exceeds 64 MiB in memory, or 1 GiB in a file
     Refused = 1001, ///< the request breaks a rule of the session: plain http off loopback, control characters
     Shutdown = 1002, ///< the session ended before the answer came
     FileError = 1003, ///< a download could not be written or a body could not be read
@@ -50,7 +63,8 @@ using HttpHeaders = std::vector<std::pair<std::string, std::string>>;
 /// Who is trusted to be the server. Verification of chain, dates and host name is on unless
 /// `allowsInvalidCertificates` is set; a pinned certificate must match besides, whatever else is allowed.
 struct CertificatePolicy {
-    /// PEM or DER file of a certificate that the server's chain must contain.
+    /// PEM or DER file of a certificate that the server's chain must contain: the server's own, or one that
+    /// it was issued under.
     std::optional<std::string> pinnedCertificateFile;
     bool allowsInvalidCertificates = false;
     bool validatesHostName = true;
@@ -81,7 +95,8 @@ struct HttpResponse {
 };
 
 /// Sends each request exactly once: no retry, no redirect followed, no cookie kept, no "Expect" header.
-/// https only, and http on loopback.
+/// https only, and http on loopback. The session frames the message: a request that brings a "Content-Length",
+/// "Transfer-Encoding" or "Expect" header of its own is refused.
 class HttpSession {
   public:
     /// A response of any status, or the transport's error.

@@ -33,6 +33,9 @@ struct PlatformOptions {
     /// PEM file of the only certificate authority to trust; without one, the system's.
     std::optional<std::filesystem::path> trustAnchorFile;
     CredentialStoreKind credentialStore = CredentialStoreKind::Automatic;
+    /// The host's main loop; without one the main queue is a thread of the kit's own. Its `async` must be safe
+    /// to call from every thread.
+    std::shared_ptr<TaskQueue> mainQueue;
     /// Language of the string table ("de", "fr_CA"); without one, the system's.
     std::optional<std::string> locale;
 };

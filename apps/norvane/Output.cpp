@@ -1,0 +1,58 @@
+#include "Output.h"
+
+#include <unistd.h>
+
+#include <iostream>
+
+#include <norvane/platform/Json.h>
+
+namespace norvane::cli {
+
+void Output::result(const Value& document, const std::vector<std::string>& lines) const {
+    if (json_) {
+        std::cout << writeJson(document, true) << '\n';
+    } else {
+        for (const std::string& line : lines) std::cout << line << '\n';
+    }
+    std::cout.flush();
+}
+
+Exit Output::error(const NVMError& error) const {
+    std::cerr << "error: " << error.localizedDescription() << " [" << error.failureReason() << "] (" << error.domain
+              << ", " << error.code << ")\n";
+    if (json_) std::cout << writeJson(Dictionary{{"error", describe(error)}}, true) << std::endl;
+    return Exit::KitError;
+}
+
+void Output::warning(const std::string& text) const { std::cerr << "warning: " << text << '\n'; }
+
+Value Output::describe(const NVMError& error) {
+    return Dictionary{{"domain", error.domain},
+                      {"code", error.code},
+                      {"description", error.localizedDescription()},
+                      {"reason", error.failureReason()}};
+}
+
+Progress::Progress(std::string title, std::size_t total)
+    : title_(std::move(title)), total_(total), visible_(isatty(STDERR_FILENO) != 0) {
+    draw({});
+}
+
+Progress::~Progress() {
+    if (visible_) std::cerr << "\r\033[K" << std::flush;
+}
+
+void Progress::advance(const std::string& what) {
+    if (done_ < total_) ++done_;
+    draw(what);
+}
+
+void Progress::draw(const std::string& what) const {
+    if (!visible_) return;
+    constexpr std::size_t width = 24;
+    const std::size_t filled = total_ == 0 ? width : width * done_ / total_;
+    std::cerr << '\r' << title_ << " [" << std::string(filled, '=') << std::string(width - filled, ' ') << "] " << done_
+              << '/' << total_ << ' ' << what << "\033[K" << std::flush;
+}
+
+} // namespace norvane::cli

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <norvane/platform/NVMError.h>
+#include <norvane/platform/Value.h>
+
+namespace norvane::cli {
+
+/// Exit statuses of the program.
+enum class Exit { Done = 0, KitError = 1, WrongUsage = 2 };
+
+/// What a command prints. With `json` exactly one JSON document goes to standard output, and nothing else;
+/// without it, lines for a person. Errors always have their line on standard error.
+class Output {
+  public:
+    explicit Output(bool json) : json_(json) {}
+
+    bool isJson() const { return json_; }
+    /// The command's answer: the document, or the lines.
+    void result(const Value& document, const std::vector<std::string>& lines) const;
+    /// "error: <description> [<reason>] (<domain>, <code>)", and with `json` the error's document.
+    Exit error(const NVMError& error) const;
+    void warning(const std::string& text) const;
+
+    /// {"domain", "code", "description", "reason"}.
+    static Value describe(const NVMError& error);
+
+  private:
+    bool json_;
+};
+
+/// A bar on standard error, drawn only when that is a terminal; erased at the end.
+class Progress {
+  public:
+    Progress(std::string title, std::size_t total);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    void advance(const std::string& what);
+
+  private:
+    void draw(const std::string& what) const;
+    std::string title_;
+    std::size_t total_;
+    std::size_t done_ = 0;
+    bool visible_;
+};
+
+} // namespace norvane::cli

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+namespace norvane {
+
+/// Domain of errors of the PDF engine; the code is a `PdfErrorCode`.
+inline constexpr std::string_view kPdfErrorDomain = "NorvanePdfErrorDomain";
+/// User-information key: the object at fault ("object 12 0"), where known.
+inline constexpr std::string_view kPdfObjectKey = "pdfObject";
+/// User-information key: what the parser found wrong.
+inline constexpr std::string_view kPdfDetailKey = "pdfDetail";
+
+enum class PdfErrorCode {
+    Damaged = 1,  ///< no PDF, or one that could only be read by guessing
+    TooLarge = 2, ///< beyond one of the bounds of `PdfDocument`
+    Password = 3, ///< encrypted, and the password given does not open it
+    NoSuchPage = 4,
+};
+
+} // namespace norvane

@@ -1,0 +1,130 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <norvane/platform/Result.h>
+#include <norvane/signature/Image.h>
+#include <norvane/signing/NVMNativeSigningEnvelopeHandler.h>
+#include <norvane/signing/NativeSigningView.h>
+
+namespace norvane {
+
+class NVMPDFBaseAnnotation;
+class NVMPTNPDFAnnotationManager;
+class PdfDocument;
+struct NVMEnvelopeDefinition;
+struct NVMRecipient;
+struct NVMTab;
+
+/// Walks the recipients of an envelope through signing it on the device: whose turn it is, what each tab shows,
+/// what is still missing, and at the end the finished envelope in the cache, in line for upload. State and rules
+/// only; what the person sees is the view's. Everything runs on the main queue: calls from elsewhere are a
+/// programming error.
+class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNativeSigningViewController> {
+  public:
+    /// How a signing ended: the envelope's transaction id once it is cached, else why it is not. A signing that
+    /// the person discarded ends with the domain "user.cancelled" of `cancelledError`.
+    using Completion = std::function<void(Result<std::string>)>;
+
+    /// Makes the screen's controller. An error when the envelope has no combined document or that is no PDF. The
+    /// completion runs exactly once, when the screen has closed.
+    static Result<std::shared_ptr<NVMNativeSigningViewController>>
+    viewControllerForEnvelope(std::shared_ptr<NVMEnvelopeDefinition> envelope,
+                              std::shared_ptr<NativeSigningView> view, Completion completion);
+    ~NVMNativeSigningViewController();
+
+    /// Shows the document and goes to the first signer. Once, after making.
+    void viewDidLoad();
+
+    /// Buttons.
+    void cancelTapped();
+    void finishTapped();
+
+    /// Answers of the view.
+    void didTapOnAnnotation(const std::string& tabId);
+    void textViewDidChange(const std::string& tabId, const std::string& text);
+    void signatureCaptureDidFinishWithSignature(const Image& image);
+    void signatureCaptureDidFinishWithInitials(const Image& image);
+    void signatureCaptureCanceled();
+    void signersViewControllerDidChooseSigner(const std::shared_ptr<NVMRecipient>& signer);
+    void signersViewControllerCanceled();
+    void consumerDisclosureControllerConsented(const std::string& disclosureId);
+    void consumerDisclosureControllerCancelled();
+
+    const std::shared_ptr<NVMEnvelopeDefinition>& envelope() const { return envelopeHandler_.envelope(); }
+    /// Whose turn it is; null before the first and while the chooser shows.
+    const std::shared_ptr<NVMRecipient>& currentRecipient() const { return currentRecipient_; }
+    /// The tabs of the current recipient that still need something.
+    std::vector<std::shared_ptr<NVMTab>> remainingRequiredTags() const;
+    /// "Signing.NextField" or "General.Finish", localised.
+    std::string finishButtonTitle() const;
+    /// The combined PDF with every annotation as it looks now.
+    Result<Data> documentWithAnnotations() const;
+
+    static NVMError cancelledError();
+
+  private:
+    NVMNativeSigningViewController(std::shared_ptr<NVMEnvelopeDefinition> envelope,
+                                   std::shared_ptr<PdfDocument> document, std::shared_ptr<NativeSigningView> view,
+                                   Completion completion);
+
+    // Choosing and handing over.
+    void setupWithEnvelope();
+    void switchToSigners();
+    void displayChooseNextSignerIfIncomplete();
+    void switchToSigner(const std::shared_ptr<NVMRecipient>& signer);
+    void recordPlaceAndTime();
+    void addAnnotations();
+    void addAnnotationForTag(const std::shared_ptr<NVMTab>& tab, int startPage);
+    std::string visibleTextOf(const NVMTab& tab) const;
+    void finalizeSwitchToCurrentRecipient(const std::shared_ptr<NVMRecipient>& previous);
+    void presentSignerPermissions();
+
+    // Filling fields.
+    void handleTapOnSignAndInitialAnnotation(const std::shared_ptr<NVMTab>& tab);
+    void toggleCheckbox(const std::shared_ptr<NVMTab>& tab);
+    void updateSignatureWithImage(const Image& image, bool isInitial);
+    void stamp(const std::shared_ptr<NVMTab>& tab, const Data& image);
+    void highlightTab(const std::shared_ptr<NVMTab>& tab);
+    void scrollToNextField();
+    void updateFinishButton();
+    void updateAnnotations();
+
+    // Finishing.
+    void finalizeCurrentRecipient();
+    void updateCurrentRoutingOrder();
+    void finishOrSwitchToSigners();
+    void finishAsSelfSign();
+    void finishAsGuest();
+    void finishAsHost();
+    void finishWithMessage(const std::string& titleKey);
+    void finishEnvelope();
+    void envelopeWasCached(const std::optional<NVMError>& error);
+    void exitNativeSigning();
+    void presentDiscardSheet();
+    void end(Result<std::string> outcome);
+
+    std::shared_ptr<NVMTab> tabWithId(const std::string& tabId) const;
+    std::shared_ptr<NVMPDFBaseAnnotation> annotationFor(const NVMTab& tab) const;
+    bool alertsAreHidden() const;
+    bool isSignedInUser(const NVMRecipient& recipient) const;
+    int pageOf(const NVMTab& tab) const;
+
+    NVMNativeSigningEnvelopeHandler envelopeHandler_;
+    std::shared_ptr<PdfDocument> docToOpen_;
+    std::shared_ptr<NativeSigningView> view_;
+    Completion completion_;
+    std::unique_ptr<NVMPTNPDFAnnotationManager> annotationsManager_;
+    std::map<std::string, int> startPageOfDocument_; ///< by document id, in the combined PDF, from 0
+    std::shared_ptr<NVMRecipient> currentRecipient_;
+    std::string nameLastFinishedSigning_;
+    std::weak_ptr<NVMTab> highlightedTab_;
+    std::weak_ptr<NVMTab> adoptingForTab_;
+};
+
+} // namespace norvane

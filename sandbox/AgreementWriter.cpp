@@ -1,0 +1,267 @@
+#include "sandbox/AgreementWriter.h"
+
+#include <utility>
+
+#include "sandbox/PdfCanvas.h"
+#include "sandbox/Text.h"
+
+namespace norvane::sandbox {
+
+namespace {
+
+constexpr double kTop = 84;
+constexpr double kBottom = 726;
+constexpr double kBodySize = 9.4;
+constexpr double kLeading = 13.6;
+constexpr double kClauseIndent = 26;
+constexpr double kTableSize = 8.2;
+constexpr double kRowHeight = 15.2;
+
+void ink(cairo_t* context) { cairo_set_source_rgb(context, 0.10, 0.11, 0.13); }
+void accent(cairo_t* context) { cairo_set_source_rgb(context, 0.11, 0.23, 0.37); }
+void faint(cairo_t* context) { cairo_set_source_rgb(context, 0.42, 0.44, 0.48); }
+
+} // namespace
+
+AgreementWriter::AgreementWriter(cairo_t* context, Heading heading)
+    : context_(context), heading_(std::move(heading)) {
+    beginPage();
+}
+
+void AgreementWriter::beginPage() {
+    ++page_;
+    faint(context_);
+    textAt(kLeft, 48, heading_.company, 8, true);
+    textAt(kRight, 48, heading_.reference, 8, false, 1);
+    line(kLeft, kRight, 55, 0.6, 0.55);
+    y_ = kTop;
+}
+
+void AgreementWriter::endPage() {
+    line(kLeft, kRight, 744, 0.4, 0.7);
+    faint(context_);
+    textAt(kLeft, 756, heading_.title, 7.6);
+    textAt(kRight, 756, "Page " + std::to_string(page_) + " of " + std::to_string(heading_.totalPages), 7.6, false,
+           1);
+    cairo_show_page(context_);
+}
+
+void AgreementWriter::finish() { endPage(); }
+
+void AgreementWriter::pageBreak() {
+    endPage();
+    beginPage();
+}
+
+void AgreementWriter::need(double height) {
+    if (y_ + height > kBottom) pageBreak();
+}
+
+void AgreementWriter::useSerif(double size, bool bold) {
+    cairo_select_font_face(context_, "DejaVu Serif Condensed", CAIRO_FONT_SLANT_NORMAL,
+                           bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(context_, size);
+}
+
+void AgreementWriter::useSans(double size, bool bold) {
+    cairo_select_font_face(context_, "DejaVu Sans Condensed", CAIRO_FONT_SLANT_NORMAL,
+                           bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(context_, size);
+}
+
+double AgreementWriter::widthOf(const std::string& text) {
+    cairo_text_extents_t extents;
+    cairo_text_extents(context_, text.c_str(), &extents);
+    return extents.x_advance;
+}
+
+void AgreementWriter::line(double fromX, double toX, double y, double thickness, double grey) {
+    cairo_set_source_rgb(context_, grey, grey, grey);
+    cairo_set_line_width(context_, thickness);
+    cairo_move_to(context_, fromX, y);
+    cairo_line_to(context_, toX, y);
+    cairo_stroke(context_);
+}
+
+void AgreementWriter::textAt(double x, double y, const std::string& text, double size, bool bold, double align) {
+    useSans(size, bold);
+    cairo_move_to(context_, x - align * widthOf(text), y);
+    cairo_show_text(context_, text.c_str());
+}
+
+void AgreementWriter::title(const std::string& text) {
+    accent(context_);
+    useSerif(19, true);
+    cairo_move_to(context_, kLeft, y_ + 16);
+    cairo_show_text(context_, text.c_str());
+    y_ += 26;
+}
+
+void AgreementWriter::subtitle(const std::string& text) {
+    faint(context_);
+    textAt(kLeft, y_ + 8, text, 9);
+    y_ += 24;
+}
+
+void AgreementWriter::heading(const std::string& text) {
+    need(3 * kLeading + 18);
+    y_ += 5;
+    accent(context_);
+    textAt(kLeft, y_ + 10, text, 10.2, true);
+    y_ += 19;
+}
+
+void AgreementWriter::rule() {
+    line(kLeft, kRight, y_, 0.5, 0.6);
+    y_ += 10;
+}
+
+std::vector<AgreementWriter::Word> AgreementWriter::wordsOf(const std::string& text) {
+    std::vector<Word> words;
+    bool bold = false;
+    for (std::string piece : split(text, ' ')) {
+        const bool opens = piece.starts_with('*');
+        if (opens) bold = true;
+        const auto closing = piece.find('*', opens ? 1 : 0);
+        std::erase(piece, '*');
+        useSerif(kBodySize, bold);
+        words.push_back({piece, bold, widthOf(piece)});
+        if (closing != std::string::npos) bold = false;
+    }
+    return words;
+}
+
+void AgreementWriter::setLine(const std::vector<Word>& words, std::size_t first, std::size_t last, double left,
+                              double gap) {
+    double x = left;
+    for (std::size_t index = first; index < last; ++index) {
+        useSerif(kBodySize, words[index].bold);
+        cairo_move_to(context_, x, y_ + kBodySize);
+        cairo_show_text(context_, words[index].text.c_str());
+        x += words[index].width + gap;
+    }
+}
+
+void AgreementWriter::setParagraph(const std::vector<Word>& words, double left, double width) {
+    useSerif(kBodySize, false);
+    const double blank = widthOf(" ");
+    for (std::size_t first = 0; first < words.size();) {
+        std::size_t last = first;
+        double filled = 0;
+        while (last < words.size() && filled + words[last].width <= width) filled += words[last++].width + blank;
+        if (last == first) filled += words[last++].width + blank;
+        const double slack = width - (filled - blank);
+        const bool ends = last == words.size();
+        const double gaps = static_cast<double>(last - first) - 1;
+        need(kLeading);
+        ink(context_);
+        setLine(words, first, last, left, ends || gaps < 1 ? blank : blank + slack / gaps);
+        y_ += kLeading;
+        first = last;
+    }
+}
+
+void AgreementWriter::paragraph(const std::string& text, double indent) {
+    setParagraph(wordsOf(text), kLeft + indent, kWidth - indent);
+    y_ += 5;
+}
+
+void AgreementWriter::clause(const std::string& number, const std::string& text) {
+    need(2 * kLeading);
+    ink(context_);
+    useSerif(kBodySize, false);
+    cairo_move_to(context_, kLeft, y_ + kBodySize);
+    cairo_show_text(context_, number.c_str());
+    paragraph(text, kClauseIndent);
+}
+
+void AgreementWriter::tableRow(const std::vector<Column>& columns, const std::vector<std::string>& cells,
+                               bool head) {
+    if (head) {
+        cairo_set_source_rgb(context_, 0.91, 0.93, 0.95);
+        cairo_rectangle(context_, kLeft, y_, kWidth, kRowHeight);
+        cairo_fill(context_);
+    }
+    double x = kLeft;
+    for (std::size_t index = 0; index < columns.size() && index < cells.size(); ++index) {
+        const Column& column = columns[index];
+        ink(context_);
+        const double edge = column.rightAligned ? x + column.width - 5 : x + 5;
+        textAt(edge, y_ + 10.6, cells[index], kTableSize, head, column.rightAligned ? 1 : 0);
+        x += column.width;
+    }
+    line(kLeft, kRight, y_ + kRowHeight, head ? 0.7 : 0.35, head ? 0.35 : 0.78);
+    y_ += kRowHeight;
+}
+
+void AgreementWriter::table(const std::vector<Column>& columns, const std::vector<std::vector<std::string>>& rows) {
+    std::vector<std::string> titles;
+    for (const Column& column : columns) titles.push_back(column.title);
+    need(3 * kRowHeight);
+    tableRow(columns, titles, true);
+    for (const auto& row : rows) {
+        const int before = page_;
+        need(kRowHeight);
+        if (page_ != before) tableRow(columns, titles, true);
+        tableRow(columns, row, false);
+    }
+    y_ += 12;
+}
+
+void AgreementWriter::particulars(const std::vector<std::pair<std::string, std::string>>& pairs) {
+    constexpr double kColumn = kWidth / 2;
+    for (std::size_t index = 0; index < pairs.size(); ++index) {
+        if (index % 2 == 0) need(kRowHeight);
+        const double x = kLeft + (index % 2 == 0 ? 0 : kColumn);
+        faint(context_);
+        textAt(x, y_ + 10, pairs[index].first, 8);
+        ink(context_);
+        textAt(x + 86, y_ + 10, pairs[index].second, 8.6, true);
+        if (index % 2 == 1 || index + 1 == pairs.size()) y_ += kRowHeight;
+    }
+    y_ += 8;
+}
+
+Box AgreementWriter::field(double x, double width, const std::string& caption) {
+    line(x, x + width, y_ + 19.5, 0.6, 0.25);
+    faint(context_);
+    textAt(x, y_ + 28.5, caption, 7.2);
+    return {x + 2, y_ + 0.5, width - 4, kTextHeight};
+}
+
+Box AgreementWriter::signature(double x, double width, const std::string& caption) {
+    line(x, x + width, y_ + 49, 0.6, 0.25);
+    faint(context_);
+    textAt(x, y_ + 58, caption, 7.2);
+    return {x + 8, y_ + 3, kSignatureSize.width, kSignatureSize.height};
+}
+
+Box AgreementWriter::initials(double right, double top, const std::string& caption) {
+    constexpr double kFrameWidth = 44;
+    constexpr double kFrameHeight = 54;
+    cairo_set_source_rgb(context_, 0.45, 0.45, 0.45);
+    cairo_set_line_width(context_, 0.5);
+    cairo_rectangle(context_, right - kFrameWidth, top, kFrameWidth, kFrameHeight);
+    cairo_stroke(context_);
+    faint(context_);
+    textAt(right - kFrameWidth - 6, top + kFrameHeight - 3, caption, 7.2, false, 1);
+    return {right - kFrameWidth + 4, top + 2, kInitialsSize.width, kInitialsSize.height};
+}
+
+Box AgreementWriter::checkbox(const std::string& text) {
+    need(2 * kLeading);
+    const Box box{kLeft + 1, y_ - 3, kCheckboxSide, kCheckboxSide};
+    cairo_set_source_rgb(context_, 0.25, 0.25, 0.25);
+    cairo_set_line_width(context_, 0.7);
+    cairo_rectangle(context_, box.x + 3, box.y + 3, kCheckboxSide - 6, kCheckboxSide - 6);
+    cairo_stroke(context_);
+    paragraph(text, kClauseIndent);
+    return box;
+}
+
+void AgreementWriter::place(Tab tab) {
+    tab.page = page_;
+    tabs_.push_back(std::move(tab));
+}
+
+} // namespace norvane::sandbox

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "sandbox/AgreementWriter.h"
+#include "sandbox/Json.h"
+
+namespace norvane::sandbox {
+
+struct TemplateRole {
+    std::string recipientId;
+    std::string roleName;
+    bool inPerson = true; ///< else a remote signer
+    int routingOrder = 1;
+};
+
+struct DocumentPlan {
+    std::string name; ///< with its extension
+    AgreementWriter::Heading heading;
+    std::function<void(AgreementWriter&)> draw; ///< draws the same thing each time it is called
+};
+
+/// What a template is made from.
+struct TemplatePlan {
+    std::string templateId;
+    std::string name;
+    std::string description;
+    std::string folderName;
+    std::string emailSubject;
+    std::string emailBlurb;
+    std::vector<TemplateRole> roles;
+    std::vector<DocumentPlan> documents;
+};
+
+struct TemplateDocument {
+    std::string documentId; ///< "1" and up
+    std::string name;
+    int pages = 0;
+    std::string pdf;
+};
+
+struct Template {
+    TemplatePlan plan;
+    std::vector<TemplateDocument> documents;
+    std::string combinedPdf;
+    Json recipients;
+    int pageCount = 0;
+};
+
+/// Draws the documents and joins what the drawing placed into recipients with tabs.
+Template makeTemplate(TemplatePlan plan);
+
+/// The templates, drawn on first use and kept for the process. Any thread may call.
+const std::vector<Template>& templateCatalogue();
+const Template* findTemplate(const std::string& templateId);
+
+/// The id of the folder of that name, the same on every run.
+std::string folderIdOf(const std::string& folderName);
+
+/// The whole template as it travels: its definition, documents and recipients.
+Json templateJson(const Template& source, const Json& owner);
+/// An entry of a list of templates, without documents and recipients.
+Json templateResultJson(const Template& source, const Json& owner);
+/// The "documents" of a template.
+Json documentsJson(const Template& source);
+
+} // namespace norvane::sandbox

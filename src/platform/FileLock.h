@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+
+#include <norvane/platform/Result.h>
+
+#include "src/platform/FileDescriptor.h"
+
+namespace norvane {
+
+/// Keeps other processes, and other threads of this one, out while it lives. Not recursive.
+class FileLock {
+  public:
+    /// Waits for the lock; makes its file when there is none.
+    static Result<FileLock> acquire(const std::filesystem::path& file);
+
+  private:
+    explicit FileLock(FileDescriptor file) : file_(std::move(file)) {}
+    FileDescriptor file_;
+};
+
+} // namespace norvane

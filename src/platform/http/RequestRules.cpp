@@ -1,0 +1,51 @@
+#include "src/platform/http/RequestRules.h"
+
+#include <algorithm>
+#include <strings.h>
+
+#include "src/platform/http/TransportErrors.h"
+
+namespace norvane {
+namespace {
+
+bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
+
+NVMError refused(const HttpRequest& request, std::string why) {
+    return transportError(TransportError::Refused, std::move(why), evidence(request.url));
+}
+
+bool framesMessage(std::string_view name) {
+    return equalsIgnoringCase(name, "Content-Length") || equalsIgnoringCase(name, "Transfer-Encoding") ||
+           equalsIgnoringCase(name, "Expect");
+}
+
+} // namespace
+
+bool isHttpToken(std::string_view text) {
+    constexpr std::string_view marks = "!#$%&'*+-.^_`|~";
+    return !text.empty() && std::all_of(text.begin(), text.end(), [&](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+               marks.find(c) != std::string_view::npos;
+    });
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && (a.empty() || strncasecmp(a.data(), b.data(), a.size()) == 0);
+}
+
+Failure refusal(const HttpRequest& request) {
+    const std::string scheme = request.url.scheme();
+    if (scheme != "https" && !(scheme == "http" && request.url.isLoopback()))
+        return refused(request, "The server's address must begin with https.");
+    if (!isHttpToken(request.method)) return refused(request, "The request's method is not a word of HTTP.");
+    for (const auto& [name, value] : request.headers) {
+        if (!isHttpToken(name)) return refused(request, "A request header's name is not allowed.");
+        if (std::any_of(value.begin(), value.end(), isControl))
+            return refused(request, "The request header " + name + " holds control characters.");
+        if (framesMessage(name))
+            return refused(request, "The request header " + name + " is set by the session alone.");
+    }
+    return std::nullopt;
+}
+
+} // namespace norvane

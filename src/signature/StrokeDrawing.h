@@ -1,0 +1,17 @@
+#pragma once
+
+#include <vector>
+
+#include <norvane/signature/NVMSignatureDrawView.h>
+
+#include "src/signature/CairoCanvas.h"
+
+namespace norvane {
+
+void strokePath(CairoCanvas& canvas, const StrokePath& path, const Color& color);
+
+/// White ground, the image fitted into the bounds, then the finished strokes in their own colours.
+void drawSurface(CairoCanvas& canvas, Size bounds, const Image& image,
+                 const std::vector<NVMSignatureDrawView::CommittedPath>& paths);
+
+} // namespace norvane
