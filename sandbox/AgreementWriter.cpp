@@ -1,9 +1,9 @@
 #include "sandbox/AgreementWriter.h"
 
-#include <utility>
-
 #include "sandbox/PdfCanvas.h"
 #include "sandbox/Text.h"
+
+#include <utility>
 
 namespace norvane::sandbox {
 
@@ -21,18 +21,27 @@ void ink(cairo_t* context) { cairo_set_source_rgb(context, 0.10, 0.11, 0.13); }
 void accent(cairo_t* context) { cairo_set_source_rgb(context, 0.11, 0.23, 0.37); }
 void faint(cairo_t* context) { cairo_set_source_rgb(context, 0.42, 0.44, 0.48); }
 
+/// Curls the apostrophes.
+std::string typographic(const std::string& text) {
+    std::string result;
+    for (const char character : text)
+        result += character == '\'' ? std::string("\xe2\x80\x99") : std::string(1, character);
+    return result;
+}
+
 } // namespace
 
 AgreementWriter::AgreementWriter(cairo_t* context, Heading heading)
-    : context_(context), heading_(std::move(heading)) {
+    : context_(context)
+    , heading_(std::move(heading)) {
     beginPage();
 }
 
 void AgreementWriter::beginPage() {
     ++page_;
     faint(context_);
-    textAt(kLeft, 48, heading_.company, 8, true);
-    textAt(kRight, 48, heading_.reference, 8, false, 1);
+    sans(kLeft, 48, heading_.company, 8, true);
+    sans(kRight, 48, heading_.reference, 8, false, 1);
     line(kLeft, kRight, 55, 0.6, 0.55);
     y_ = kTop;
 }
@@ -40,9 +49,9 @@ void AgreementWriter::beginPage() {
 void AgreementWriter::endPage() {
     line(kLeft, kRight, 744, 0.4, 0.7);
     faint(context_);
-    textAt(kLeft, 756, heading_.title, 7.6);
-    textAt(kRight, 756, "Page " + std::to_string(page_) + " of " + std::to_string(heading_.totalPages), 7.6, false,
-           1);
+    sans(kLeft, 756, heading_.title, 7.6);
+    sans(kRight, 756, "Page " + std::to_string(page_) + " of " + std::to_string(heading_.totalPages), 7.6,
+         false, 1);
     cairo_show_page(context_);
 }
 
@@ -83,10 +92,18 @@ void AgreementWriter::line(double fromX, double toX, double y, double thickness,
     cairo_stroke(context_);
 }
 
-void AgreementWriter::textAt(double x, double y, const std::string& text, double size, bool bold, double align) {
+void AgreementWriter::textAt(double x, double y, const std::string& text, double size, bool bold,
+                             double align) {
+    ink(context_);
+    sans(x, y, text, size, bold, align);
+}
+
+void AgreementWriter::sans(double x, double y, const std::string& text, double size, bool bold,
+                           double align) {
     useSans(size, bold);
-    cairo_move_to(context_, x - align * widthOf(text), y);
-    cairo_show_text(context_, text.c_str());
+    const std::string shown = typographic(text);
+    cairo_move_to(context_, x - align * widthOf(shown), y);
+    cairo_show_text(context_, shown.c_str());
 }
 
 void AgreementWriter::title(const std::string& text) {
@@ -99,7 +116,7 @@ void AgreementWriter::title(const std::string& text) {
 
 void AgreementWriter::subtitle(const std::string& text) {
     faint(context_);
-    textAt(kLeft, y_ + 8, text, 9);
+    sans(kLeft, y_ + 8, text, 9);
     y_ += 24;
 }
 
@@ -107,7 +124,7 @@ void AgreementWriter::heading(const std::string& text) {
     need(3 * kLeading + 18);
     y_ += 5;
     accent(context_);
-    textAt(kLeft, y_ + 10, text, 10.2, true);
+    sans(kLeft, y_ + 10, text, 10.2, true);
     y_ += 19;
 }
 
@@ -119,27 +136,29 @@ void AgreementWriter::rule() {
 std::vector<AgreementWriter::Word> AgreementWriter::wordsOf(const std::string& text) {
     std::vector<Word> words;
     bool bold = false;
-    for (std::string piece : split(text, ' ')) {
-        const bool opens = piece.starts_with('*');
-        if (opens) bold = true;
-        const auto closing = piece.find('*', opens ? 1 : 0);
-        std::erase(piece, '*');
-        useSerif(kBodySize, bold);
-        words.push_back({piece, bold, widthOf(piece)});
-        if (closing != std::string::npos) bold = false;
+    for (const std::string& piece : split(typographic(text), ' ')) {
+        Word& word = words.emplace_back();
+        const auto runs = split(piece, '*');
+        for (std::size_t index = 0; index < runs.size(); ++index) {
+            if (index > 0) bold = !bold;
+            useSerif(kBodySize, bold);
+            word.runs.push_back({runs[index], bold, widthOf(runs[index])});
+            word.width += word.runs.back().width;
+        }
     }
     return words;
 }
 
-void AgreementWriter::setLine(const std::vector<Word>& words, std::size_t first, std::size_t last, double left,
-                              double gap) {
+void AgreementWriter::setLine(const std::vector<Word>& words, std::size_t first, std::size_t last,
+                              double left, double gap) {
     double x = left;
-    for (std::size_t index = first; index < last; ++index) {
-        useSerif(kBodySize, words[index].bold);
-        cairo_move_to(context_, x, y_ + kBodySize);
-        cairo_show_text(context_, words[index].text.c_str());
-        x += words[index].width + gap;
-    }
+    for (std::size_t index = first; index < last; ++index, x += gap)
+        for (const Run& run : words[index].runs) {
+            useSerif(kBodySize, run.bold);
+            cairo_move_to(context_, x, y_ + kBodySize);
+            cairo_show_text(context_, run.text.c_str());
+            x += run.width;
+        }
 }
 
 void AgreementWriter::setParagraph(const std::vector<Word>& words, double left, double width) {
@@ -148,7 +167,8 @@ void AgreementWriter::setParagraph(const std::vector<Word>& words, double left, 
     for (std::size_t first = 0; first < words.size();) {
         std::size_t last = first;
         double filled = 0;
-        while (last < words.size() && filled + words[last].width <= width) filled += words[last++].width + blank;
+        while (last < words.size() && filled + words[last].width <= width)
+            filled += words[last++].width + blank;
         if (last == first) filled += words[last++].width + blank;
         const double slack = width - (filled - blank);
         const bool ends = last == words.size();
@@ -187,16 +207,18 @@ void AgreementWriter::tableRow(const std::vector<Column>& columns, const std::ve
         const Column& column = columns[index];
         ink(context_);
         const double edge = column.rightAligned ? x + column.width - 5 : x + 5;
-        textAt(edge, y_ + 10.6, cells[index], kTableSize, head, column.rightAligned ? 1 : 0);
+        sans(edge, y_ + 10.6, cells[index], kTableSize, head, column.rightAligned ? 1 : 0);
         x += column.width;
     }
     line(kLeft, kRight, y_ + kRowHeight, head ? 0.7 : 0.35, head ? 0.35 : 0.78);
     y_ += kRowHeight;
 }
 
-void AgreementWriter::table(const std::vector<Column>& columns, const std::vector<std::vector<std::string>>& rows) {
+void AgreementWriter::table(const std::vector<Column>& columns,
+                            const std::vector<std::vector<std::string>>& rows) {
     std::vector<std::string> titles;
-    for (const Column& column : columns) titles.push_back(column.title);
+    for (const Column& column : columns)
+        titles.push_back(column.title);
     need(3 * kRowHeight);
     tableRow(columns, titles, true);
     for (const auto& row : rows) {
@@ -214,9 +236,9 @@ void AgreementWriter::particulars(const std::vector<std::pair<std::string, std::
         if (index % 2 == 0) need(kRowHeight);
         const double x = kLeft + (index % 2 == 0 ? 0 : kColumn);
         faint(context_);
-        textAt(x, y_ + 10, pairs[index].first, 8);
+        sans(x, y_ + 10, pairs[index].first, 8);
         ink(context_);
-        textAt(x + 86, y_ + 10, pairs[index].second, 8.6, true);
+        sans(x + 86, y_ + 10, pairs[index].second, 8.6, true);
         if (index % 2 == 1 || index + 1 == pairs.size()) y_ += kRowHeight;
     }
     y_ += 8;
@@ -225,14 +247,14 @@ void AgreementWriter::particulars(const std::vector<std::pair<std::string, std::
 Box AgreementWriter::field(double x, double width, const std::string& caption) {
     line(x, x + width, y_ + 19.5, 0.6, 0.25);
     faint(context_);
-    textAt(x, y_ + 28.5, caption, 7.2);
+    sans(x, y_ + 28.5, caption, 7.2);
     return {x + 2, y_ + 0.5, width - 4, kTextHeight};
 }
 
 Box AgreementWriter::signature(double x, double width, const std::string& caption) {
     line(x, x + width, y_ + 49, 0.6, 0.25);
     faint(context_);
-    textAt(x, y_ + 58, caption, 7.2);
+    sans(x, y_ + 58, caption, 7.2);
     return {x + 8, y_ + 3, kSignatureSize.width, kSignatureSize.height};
 }
 
@@ -244,12 +266,13 @@ Box AgreementWriter::initials(double right, double top, const std::string& capti
     cairo_rectangle(context_, right - kFrameWidth, top, kFrameWidth, kFrameHeight);
     cairo_stroke(context_);
     faint(context_);
-    textAt(right - kFrameWidth - 6, top + kFrameHeight - 3, caption, 7.2, false, 1);
+    sans(right - kFrameWidth - 6, top + kFrameHeight - 3, caption, 7.2, false, 1);
     return {right - kFrameWidth + 4, top + 2, kInitialsSize.width, kInitialsSize.height};
 }
 
 Box AgreementWriter::checkbox(const std::string& text) {
     need(2 * kLeading);
+    y_ += 2;
     const Box box{kLeft + 1, y_ - 3, kCheckboxSide, kCheckboxSide};
     cairo_set_source_rgb(context_, 0.25, 0.25, 0.25);
     cairo_set_line_width(context_, 0.7);
@@ -257,6 +280,18 @@ Box AgreementWriter::checkbox(const std::string& text) {
     cairo_stroke(context_);
     paragraph(text, kClauseIndent);
     return box;
+}
+
+void AgreementWriter::place(Tab::Kind kind, const std::string& recipientId, const std::string& label,
+                            const Box& box, bool required, int maximumLength) {
+    Tab tab;
+    tab.kind = kind;
+    tab.recipientId = recipientId;
+    tab.label = label;
+    tab.box = box;
+    tab.required = required;
+    tab.maximumLength = maximumLength;
+    place(std::move(tab));
 }
 
 void AgreementWriter::place(Tab tab) {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <string>
-#include <vector>
+#include "sandbox/Tab.h"
 
 #include <cairo.h>
 
-#include "sandbox/Tab.h"
+#include <string>
+#include <vector>
 
 namespace norvane::sandbox {
 
@@ -46,7 +46,8 @@ class AgreementWriter {
     void clause(const std::string& number, const std::string& text);
     void rule();
     /// One line of text at any place of the page; `align` 0 begins at x, 1 ends there, 0.5 centres on it.
-    void textAt(double x, double y, const std::string& text, double size, bool bold = false, double align = 0);
+    void textAt(double x, double y, const std::string& text, double size, bool bold = false,
+                double align = 0);
 
     struct Column {
         std::string title;
@@ -68,27 +69,35 @@ class AgreementWriter {
     /// A box to tick and the text after it; advances by itself.
     Box checkbox(const std::string& text);
 
-    static constexpr double kFieldHeight = 34;
+    static constexpr double kFieldHeight = 36;
     static constexpr double kSignatureHeight = 66;
 
-    /// Puts a tab on the current page.
+    /// Puts a tab on the current page; `maximumLength` is for what the signer types.
+    void place(Tab::Kind kind, const std::string& recipientId, const std::string& label, const Box& box,
+               bool required = true, int maximumLength = 4000);
     void place(Tab tab);
     const std::vector<Tab>& tabs() const { return tabs_; }
 
   private:
-    struct Word {
+    struct Run {
         std::string text;
         bool bold;
         double width;
+    };
+    struct Word {
+        std::vector<Run> runs;
+        double width = 0;
     };
     void beginPage();
     void endPage();
     void useSerif(double size, bool bold);
     void useSans(double size, bool bold);
+    void sans(double x, double y, const std::string& text, double size, bool bold = false, double align = 0);
     double widthOf(const std::string& text);
     std::vector<Word> wordsOf(const std::string& text);
     void setParagraph(const std::vector<Word>& words, double left, double width);
-    void setLine(const std::vector<Word>& words, std::size_t first, std::size_t last, double left, double gap);
+    void setLine(const std::vector<Word>& words, std::size_t first, std::size_t last, double left,
+                 double gap);
     void line(double fromX, double toX, double y, double thickness, double grey);
     void tableRow(const std::vector<Column>& columns, const std::vector<std::string>& cells, bool head);
 

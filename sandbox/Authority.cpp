@@ -1,8 +1,6 @@
 #include "sandbox/Authority.h"
 
-#include <ctime>
-#include <memory>
-#include <stdexcept>
+#include "sandbox/PrivateFile.h"
 
 #include <openssl/err.h>
 #include <openssl/evp.h>
@@ -10,7 +8,9 @@
 #include <openssl/rand.h>
 #include <openssl/x509v3.h>
 
-#include "sandbox/PrivateFile.h"
+#include <ctime>
+#include <memory>
+#include <stdexcept>
 
 namespace norvane::sandbox {
 
@@ -60,7 +60,8 @@ std::string pemOf(X509* certificate) {
 
 std::string pemOf(EVP_PKEY* key) {
     const Memory memory(BIO_new(BIO_s_mem()));
-    required(PEM_write_bio_PrivateKey(memory.get(), key, nullptr, nullptr, 0, nullptr, nullptr), "writing a key");
+    required(PEM_write_bio_PrivateKey(memory.get(), key, nullptr, nullptr, 0, nullptr, nullptr),
+             "writing a key");
     return drained(memory.get());
 }
 
@@ -72,7 +73,8 @@ Identity readIdentity(const std::filesystem::path& certificateFile, const std::f
     Identity identity{Certificate(PEM_read_bio_X509(first.get(), nullptr, nullptr, nullptr)),
                       Key(PEM_read_bio_PrivateKey(second.get(), nullptr, nullptr, nullptr))};
     ERR_clear_error();
-    const bool matching = identity && X509_check_private_key(identity.certificate.get(), identity.key.get()) == 1;
+    const bool matching =
+        identity && X509_check_private_key(identity.certificate.get(), identity.key.get()) == 1;
     return matching ? std::move(identity) : Identity{};
 }
 
@@ -91,7 +93,8 @@ void extend(X509* certificate, X509* issuer, int kind, const std::string& value)
 }
 
 Identity begun(const char* name, std::time_t now, std::time_t days) {
-    Identity made{Certificate(required(X509_new(), "a certificate")), Key(required(EVP_EC_gen("P-256"), "a key"))};
+    Identity made{Certificate(required(X509_new(), "a certificate")),
+                  Key(required(EVP_EC_gen("P-256"), "a key"))};
     X509* certificate = made.certificate.get();
     unsigned char serial[16];
     required(RAND_bytes(serial, sizeof serial) == 1, "a serial number");

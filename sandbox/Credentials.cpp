@@ -54,7 +54,8 @@ Credentials prepareCredentials(const std::filesystem::path& file) {
     if (whole) return credentials;
     credentials = fresh();
     Json json;
-    for (const Field& field : kFields) json.set(field.key, credentials.*field.member);
+    for (const Field& field : kFields)
+        json.set(field.key, credentials.*field.member);
     writePrivateFile(file, json.write(true) + "\n");
     return credentials;
 }

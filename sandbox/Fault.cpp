@@ -1,11 +1,11 @@
 #include "sandbox/Fault.h"
 
+#include "sandbox/Json.h"
+#include "sandbox/Text.h"
+
 #include <array>
 #include <limits>
 #include <utility>
-
-#include "sandbox/Json.h"
-#include "sandbox/Text.h"
 
 namespace norvane::sandbox {
 
@@ -119,7 +119,8 @@ FaultResult parseFault(std::string_view text) {
         }
     }
     result.error = words < 2 ? "a method and a path are needed" : checked(result.fault);
-    if (result.ok() && !kind && result.fault.delay.count() == 0) result.error = "the kind of fault is missing";
+    if (result.ok() && !kind && result.fault.delay.count() == 0)
+        result.error = "the kind of fault is missing";
     result.fault.kind = kind.value_or(Kind::None);
     return result;
 }

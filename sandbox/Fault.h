@@ -29,7 +29,7 @@ struct Fault {
     /// Pattern of the path without its query: "*" stands for one segment, "**" for all that follow.
     std::string path = "/**";
     int status = 503;
-    std::string body; ///< empty: an error body of the service's own
+    std::string body;                   ///< empty: an error body of the service's own
     std::chrono::milliseconds delay{0}; ///< before whatever the kind does
     std::uint64_t bytes = 0;
     unsigned skip = 0;  ///< matching requests that pass before the first one is hit

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "sandbox/Fault.h"
+
 #include <mutex>
 #include <optional>
 #include <vector>
-
-#include "sandbox/Fault.h"
 
 namespace norvane::sandbox {
 

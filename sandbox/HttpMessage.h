@@ -18,10 +18,10 @@ const std::string* findHeader(const Headers& headers, std::string_view name);
 struct Request {
     std::uint64_t number = 0; ///< of arrival, counted from 1
     std::string method;
-    std::string target;    ///< as on the request line
-    std::string path;      ///< the target up to the question mark
-    Headers query;         ///< names and values, percent escapes undone
-    Headers headers;       ///< as received, in order
+    std::string target; ///< as on the request line
+    std::string path;   ///< the target up to the question mark
+    Headers query;      ///< names and values, percent escapes undone
+    Headers headers;    ///< as received, in order
     std::string body;
     bool fromLoopback = false;
 

@@ -1,7 +1,6 @@
 #include "sandbox/HttpServer.h"
 
-#include <thread>
-#include <vector>
+#include "sandbox/Json.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
@@ -19,7 +18,8 @@
 #include <boost/beast/http/string_body.hpp>
 #include <boost/beast/ssl/ssl_stream.hpp>
 
-#include "sandbox/Json.h"
+#include <thread>
+#include <vector>
 
 namespace norvane::sandbox {
 
@@ -59,13 +59,15 @@ std::string serialized(const Answer& answer, bool keepAlive, bool withBody) {
                        std::string(http::obsolete_reason(status)) + "\r\n";
     text += "Content-Type: " + answer.contentType + "\r\n";
     text += "Content-Length: " + std::to_string(answer.body.size()) + "\r\n";
-    for (const auto& [name, value] : answer.headers) text.append(name).append(": ").append(value).append("\r\n");
+    for (const auto& [name, value] : answer.headers)
+        text.append(name).append(": ").append(value).append("\r\n");
     text += keepAlive ? "Connection: keep-alive\r\n\r\n" : "Connection: close\r\n\r\n";
     return withBody ? text + answer.body : text;
 }
 
 Answer faultAnswer(const Fault& fault) {
-    if (fault.kind == Fault::Kind::Portal) return {200, "text/html; charset=utf-8", std::string(kPortalPage), {}};
+    if (fault.kind == Fault::Kind::Portal)
+        return {200, "text/html; charset=utf-8", std::string(kPortalPage), {}};
     Answer answer = errorAnswer(fault.status, "FAULT_REQUESTED", "This answer was asked for as a fault.");
     if (fault.body.empty()) return answer;
     answer.body = fault.body;
@@ -77,7 +79,9 @@ Answer faultAnswer(const Fault& fault) {
 class Connection {
   public:
     Connection(tcp::socket socket, asio::ssl::context& tls, HttpHandler& handler, std::uint64_t maximumBody)
-        : stream_(std::move(socket), tls), timer_(stream_.get_executor()), handler_(handler)
+        : stream_(std::move(socket), tls)
+        , timer_(stream_.get_executor())
+        , handler_(handler)
         , maximumBody_(maximumBody) {}
 
     asio::awaitable<void> run() {
@@ -91,7 +95,8 @@ class Connection {
                                          asio::redirect_error(asio::use_awaitable, error));
         if (error) co_return;
         bool goOn = true;
-        while (goOn) goOn = co_await serveOne();
+        while (goOn)
+            goOn = co_await serveOne();
     }
 
   private:
@@ -112,7 +117,8 @@ class Connection {
         const HttpHandler::Plan plan = handler_.begin(request);
         request.number = plan.number;
         int status = 0;
-        const bool keep = co_await exchange(parser, request, plan.fault.value_or(Fault{Fault::Kind::None}), status);
+        const bool keep =
+            co_await exchange(parser, request, plan.fault.value_or(Fault{Fault::Kind::None}), status);
         handler_.finished(plan, request, bodyBytes_, status);
         if (hangs_) co_await waitForPeer();
         co_return keep;
@@ -159,13 +165,15 @@ class Connection {
     asio::awaitable<bool> send(std::string text) {
         error_code error;
         lowest().expires_after(kIdleTime);
-        co_await asio::async_write(stream_, asio::buffer(text), asio::redirect_error(asio::use_awaitable, error));
+        co_await asio::async_write(stream_, asio::buffer(text),
+                                   asio::redirect_error(asio::use_awaitable, error));
         co_return !error;
     }
 
     asio::awaitable<bool> refuse(error_code error) {
         if (error == http::error::body_limit)
-            co_await send(serialized(errorAnswer(413, "REQUEST_TOO_LARGE", "The body is too large."), false, true));
+            co_await send(
+                serialized(errorAnswer(413, "REQUEST_TOO_LARGE", "The body is too large."), false, true));
         else if (error.category() == http::make_error_code(http::error::end_of_stream).category() &&
                  error != http::error::end_of_stream && error != http::error::partial_message)
             co_await send(serialized(errorAnswer(400, "MALFORMED_REQUEST", error.message()), false, true));
@@ -185,7 +193,8 @@ class Connection {
         lowest().expires_never();
         char ignored[256];
         while (!error)
-            co_await stream_.async_read_some(asio::buffer(ignored), asio::redirect_error(asio::use_awaitable, error));
+            co_await stream_.async_read_some(asio::buffer(ignored),
+                                             asio::redirect_error(asio::use_awaitable, error));
     }
 
     asio::awaitable<void> sayGoodbye() {
@@ -222,7 +231,9 @@ asio::awaitable<void> serve(tcp::socket socket, asio::ssl::context& tls, HttpHan
 class HttpServer::Listener {
   public:
     Listener(const Options& options, HttpHandler& handler)
-        : tls_(asio::ssl::context::tls_server), handler_(handler), maximumBody_(options.maximumBodyBytes)
+        : tls_(asio::ssl::context::tls_server)
+        , handler_(handler)
+        , maximumBody_(options.maximumBodyBytes)
         , acceptor_(context_) {
         tls_.set_options(asio::ssl::context::default_workarounds | asio::ssl::context::no_tlsv1 |
                          asio::ssl::context::no_tlsv1_1);
@@ -235,11 +246,13 @@ class HttpServer::Listener {
         acceptor_.listen();
         port_ = acceptor_.local_endpoint().port();
         asio::co_spawn(context_, accept(), asio::detached);
-        for (unsigned index = 0; index < kThreads; ++index) threads_.emplace_back([this] { context_.run(); });
+        for (unsigned index = 0; index < kThreads; ++index)
+            threads_.emplace_back([this] { context_.run(); });
     }
     ~Listener() {
         context_.stop();
-        for (auto& thread : threads_) thread.join();
+        for (auto& thread : threads_)
+            thread.join();
     }
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;

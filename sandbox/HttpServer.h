@@ -1,13 +1,13 @@
 #pragma once
 
+#include "sandbox/Fault.h"
+#include "sandbox/HttpMessage.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
-
-#include "sandbox/Fault.h"
-#include "sandbox/HttpMessage.h"
 
 namespace norvane::sandbox {
 
@@ -24,8 +24,9 @@ class HttpHandler {
     virtual Plan begin(const Request& head) = 0;
     /// The whole request is there, and no fault stands before its effect.
     virtual Answer handle(const Request& request) = 0;
-    /// Once for every begin(), unless the server ends before: `status` is the answer's, 0 when none was sent; `bodySize` counts the
-    /// bytes of the body that were read, `request.body` is empty when the request was cut off.
+    /// Once for every begin(), unless the server ends before: `status` is the answer's, 0 when none was sent;
+    /// `bodySize` counts the bytes of the body that were read, `request.body` is empty when the request was
+    /// cut off.
     virtual void finished(const Plan& plan, const Request& request, std::uint64_t bodySize, int status) = 0;
 };
 
@@ -33,7 +34,7 @@ class HttpHandler {
 class HttpServer {
   public:
     struct Options {
-        std::string host; ///< an IP address of this machine
+        std::string host;       ///< an IP address of this machine
         std::uint16_t port = 0; ///< 0 takes a free one
         std::filesystem::path certificateChain;
         std::filesystem::path privateKey;

@@ -43,7 +43,8 @@ class Reader {
   private:
     Json readArray(simdjson::dom::array array, int depth) {
         Json::Array items;
-        for (const simdjson::dom::element item : array) items.push_back(read(item, depth + 1));
+        for (const simdjson::dom::element item : array)
+            items.push_back(read(item, depth + 1));
         return items;
     }
     Json readObject(simdjson::dom::object object, int depth) {
@@ -94,7 +95,8 @@ std::string numberText(const Json& value) {
 
 class Writer {
   public:
-    explicit Writer(bool indent) : indent_(indent) {}
+    explicit Writer(bool indent)
+        : indent_(indent) {}
 
     void write(const Json& value, std::size_t depth) {
         if (value.isNull()) text += "null";

@@ -18,15 +18,24 @@ class Json {
     using Object = std::vector<Member>;
 
     Json() = default; ///< null
-    Json(bool value) : value_(value) {}
-    Json(int value) : value_(std::int64_t{value}) {}
-    Json(std::int64_t value) : value_(value) {}
-    Json(double value) : value_(value) {}
-    Json(const char* value) : value_(std::string(value)) {}
-    Json(std::string_view value) : value_(std::string(value)) {}
-    Json(std::string value) : value_(std::move(value)) {}
-    Json(Array value) : value_(std::move(value)) {}
-    Json(Object value) : value_(std::move(value)) {}
+    Json(bool value)
+        : value_(value) {}
+    Json(int value)
+        : value_(std::int64_t{value}) {}
+    Json(std::int64_t value)
+        : value_(value) {}
+    Json(double value)
+        : value_(value) {}
+    Json(const char* value)
+        : value_(std::string(value)) {}
+    Json(std::string_view value)
+        : value_(std::string(value)) {}
+    Json(std::string value)
+        : value_(std::move(value)) {}
+    Json(Array value)
+        : value_(std::move(value)) {}
+    Json(Object value)
+        : value_(std::move(value)) {}
 
     static Json object(std::initializer_list<Member> members) { return Json(Object(members)); }
 

@@ -20,7 +20,8 @@ bool isTokenCharacter(char character) {
 /// Reads a text from front to back.
 class Cursor {
   public:
-    explicit Cursor(std::string_view rest) : rest_(rest) {}
+    explicit Cursor(std::string_view rest)
+        : rest_(rest) {}
     bool atEnd() const { return rest_.empty(); }
     bool skip(std::string_view expected) {
         if (!rest_.starts_with(expected)) return false;
@@ -28,11 +29,13 @@ class Cursor {
         return true;
     }
     void skipBlanks() {
-        while (!rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t')) rest_.remove_prefix(1);
+        while (!rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t'))
+            rest_.remove_prefix(1);
     }
     std::string token() {
         std::size_t length = 0;
-        while (length < rest_.size() && isTokenCharacter(rest_[length])) ++length;
+        while (length < rest_.size() && isTokenCharacter(rest_[length]))
+            ++length;
         return take(length);
     }
     std::string until(char end) { return take(std::min(rest_.find(end), rest_.size())); }
@@ -60,13 +63,15 @@ class Cursor {
 class BodyReader {
   public:
     BodyReader(std::string_view boundary, std::string_view body)
-        : delimiter_("--" + std::string(boundary)), body_(body) {}
+        : delimiter_("--" + std::string(boundary))
+        , body_(body) {}
 
     MultipartResult read() {
         if (delimiter_.size() == 2) return failed("the boundary is missing");
         if (!body_.starts_with(delimiter_)) return failed("the body does not begin with the boundary");
         position_ = delimiter_.size();
-        while (result_.ok() && !atLastBoundary()) readPart();
+        while (result_.ok() && !atLastBoundary())
+            readPart();
         return std::move(result_);
     }
 

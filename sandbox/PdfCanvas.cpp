@@ -1,8 +1,8 @@
 #include "sandbox/PdfCanvas.h"
 
-#include <stdexcept>
-
 #include <cairo-pdf.h>
+
+#include <stdexcept>
 
 namespace norvane::sandbox {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include <cairo.h>
+
+#include <string>
 
 namespace norvane::sandbox {
 

@@ -1,15 +1,15 @@
 #include "sandbox/PrivateFile.h"
 
+#include "sandbox/Text.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstring>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-
-#include <fcntl.h>
-#include <unistd.h>
-
-#include "sandbox/Text.h"
 
 namespace norvane::sandbox {
 

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "sandbox/HttpMessage.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <mutex>
 #include <vector>
-
-#include "sandbox/HttpMessage.h"
 
 namespace norvane::sandbox {
 

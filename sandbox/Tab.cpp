@@ -75,7 +75,8 @@ void addRadio(Json& tabs, const Tab& tab, const std::string& documentId, const s
     radio.set("required", tab.required ? "true" : "false").set("locked", "false");
     Json& groups = child(tabs, listOf(Kind::Radio), Json::Array());
     for (Json& group : *groups.mutableItems())
-        if (group.text("groupName") == tab.group) return child(group, "radios", Json::Array()).push(std::move(radio));
+        if (group.text("groupName") == tab.group)
+            return child(group, "radios", Json::Array()).push(std::move(radio));
     Json group = Json::object({{"documentId", documentId}, {"recipientId", tab.recipientId}});
     group.set("groupName", tab.group).set("radios", Json::Array{std::move(radio)});
     addShared(group);
@@ -90,7 +91,8 @@ void addTab(Json& tabs, const Tab& tab, const std::string& documentId, const std
     Json json = Json::object({{"name", tab.label}, {"tabLabel", tab.label}});
     json.set("documentId", documentId).set("recipientId", tab.recipientId);
     const Json position = positioned(tab, tabId);
-    for (const auto& [key, value] : position.members()) json.set(key, value);
+    for (const auto& [key, value] : position.members())
+        json.set(key, value);
     json.set("templateLocked", "false").set("templateRequired", "false").set("tabOrder", order);
     const bool image = tab.kind == Kind::SignHere || tab.kind == Kind::InitialHere;
     if (image) json.set("scaleValue", "1").set("optional", tab.required ? "false" : "true");

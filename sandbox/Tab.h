@@ -1,9 +1,9 @@
 #pragma once
 
+#include "sandbox/Json.h"
+
 #include <string>
 #include <string_view>
-
-#include "sandbox/Json.h"
 
 namespace norvane::sandbox {
 
@@ -17,7 +17,18 @@ struct Box {
 
 /// A field of a document, as the drawing of the document places it.
 struct Tab {
-    enum class Kind { SignHere, InitialHere, Text, Checkbox, Company, Title, FullName, DateSigned, Formula, Radio };
+    enum class Kind {
+        SignHere,
+        InitialHere,
+        Text,
+        Checkbox,
+        Company,
+        Title,
+        FullName,
+        DateSigned,
+        Formula,
+        Radio
+    };
 
     Kind kind = Kind::Text;
     std::string recipientId;
@@ -36,8 +47,8 @@ inline constexpr Box kInitialsSize{0, 0, 36, 50};
 inline constexpr double kCheckboxSide = 17;
 inline constexpr double kTextHeight = 18;
 
-/// Adds the tab to a recipient's tabs ("textTabs" and so on; radios into their group). `tabId` names it within
-/// its template.
+/// Adds the tab to a recipient's tabs ("textTabs" and so on; radios into their group). `tabId` names it
+/// within its template.
 void addTab(Json& tabs, const Tab& tab, const std::string& documentId, const std::string& tabId, int order);
 
 } // namespace norvane::sandbox

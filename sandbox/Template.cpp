@@ -1,10 +1,10 @@
 #include "sandbox/Template.h"
 
-#include <algorithm>
-
 #include "sandbox/PdfCanvas.h"
 #include "sandbox/TemplatePlans.h"
 #include "sandbox/Text.h"
+
+#include <algorithm>
 
 namespace norvane::sandbox {
 
@@ -18,7 +18,8 @@ std::string uuidOf(const std::string& text) {
     std::string hex = sha256Hex(text).substr(0, 32);
     hex[12] = '4';
     hex[16] = 'a';
-    for (const std::size_t dash : {8, 13, 18, 23}) hex.insert(dash, "-");
+    for (const std::size_t dash : {8, 13, 18, 23})
+        hex.insert(dash, "-");
     return hex;
 }
 
@@ -56,7 +57,8 @@ Json recipientsJson(const TemplatePlan& plan, const std::vector<std::vector<Tab>
         for (std::size_t document = 0; document < tabsOfDocuments.size(); ++document)
             for (const Tab& tab : tabsOfDocuments[document]) {
                 if (tab.recipientId != role.recipientId) continue;
-                const std::string key = plan.templateId + "/" + role.recipientId + "/" + tab.group + "/" + tab.label;
+                const std::string key =
+                    plan.templateId + "/" + role.recipientId + "/" + tab.group + "/" + tab.label;
                 addTab(tabs, tab, std::to_string(document + 1), uuidOf(key), ++order);
             }
         const char* list = role.inPerson ? "inPersonSigners" : "signers";
@@ -72,7 +74,8 @@ Json definitionJson(const Template& source, const Json& owner) {
     json.set("description", plan.description).set("shared", "false").set("lastModified", kModified);
     json.set("lastModifiedBy", owner).set("pageCount", source.pageCount);
     json.set("uri", "/templates/" + plan.templateId).set("folderName", plan.folderName);
-    json.set("folderId", folderIdOf(plan.folderName)).set("folderUri", "/folders/" + folderIdOf(plan.folderName));
+    json.set("folderId", folderIdOf(plan.folderName))
+        .set("folderUri", "/folders/" + folderIdOf(plan.folderName));
     return json.set("owner", owner);
 }
 
@@ -80,7 +83,9 @@ Json definitionJson(const Template& source, const Json& owner) {
 void addEnvelopeMembers(Json& json, const TemplatePlan& plan) {
     const std::string uri = "/templates/" + plan.templateId;
     json.set("status", "created").set("emailSubject", plan.emailSubject).set("emailBlurb", plan.emailBlurb);
-    json.set("signingLocation", "online").set("createdDateTime", kCreated).set("lastModifiedDateTime", kModified);
+    json.set("signingLocation", "online")
+        .set("createdDateTime", kCreated)
+        .set("lastModifiedDateTime", kModified);
     json.set("documentsUri", uri + "/documents").set("documentsCombinedUri", uri + "/documents/combined");
     json.set("recipientsUri", uri + "/recipients").set("customFieldsUri", uri + "/custom_fields");
     json.set("notificationUri", uri + "/notification");
@@ -90,13 +95,13 @@ void addEnvelopeMembers(Json& json, const TemplatePlan& plan) {
                             "messageLock", "recipientsLock", "brandLock", "is21CFRPart11"})
         json.set(key, "false");
     json.set("notification",
-             Json::object({{"useAccountDefaults", "false"},
-                           {"reminders", Json::object({{"reminderEnabled", "false"},
-                                                       {"reminderDelay", "0"},
-                                                       {"reminderFrequency", "0"}})},
-                           {"expirations", Json::object({{"expireEnabled", "true"},
-                                                         {"expireAfter", "120"},
-                                                         {"expireWarn", "0"}})}}));
+             Json::object(
+                 {{"useAccountDefaults", "false"},
+                  {"reminders",
+                   Json::object(
+                       {{"reminderEnabled", "false"}, {"reminderDelay", "0"}, {"reminderFrequency", "0"}})},
+                  {"expirations",
+                   Json::object({{"expireEnabled", "true"}, {"expireAfter", "120"}, {"expireWarn", "0"}})}}));
 }
 
 } // namespace
@@ -124,7 +129,8 @@ Template makeTemplate(TemplatePlan plan) {
 const std::vector<Template>& templateCatalogue() {
     static const std::vector<Template> catalogue = [] {
         std::vector<Template> made;
-        for (auto* plan : {leasePlan, consentPlan, supplyPlan, rentalPlan}) made.push_back(makeTemplate(plan()));
+        for (auto* plan : {leasePlan, consentPlan, supplyPlan, rentalPlan})
+            made.push_back(makeTemplate(plan()));
         return made;
     }();
     return catalogue;

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "sandbox/AgreementWriter.h"
+#include "sandbox/Json.h"
+
 #include <functional>
 #include <string>
 #include <vector>
-
-#include "sandbox/AgreementWriter.h"
-#include "sandbox/Json.h"
 
 namespace norvane::sandbox {
 

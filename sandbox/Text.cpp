@@ -1,15 +1,15 @@
 #include "sandbox/Text.h"
 
+#include <openssl/evp.h>
+#include <openssl/rand.h>
+#include <uuid/uuid.h>
+
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <stdexcept>
-
-#include <openssl/evp.h>
-#include <openssl/rand.h>
-#include <uuid/uuid.h>
 
 namespace norvane::sandbox {
 
@@ -33,7 +33,8 @@ int base64Value(char character) {
 
 std::string lowered(std::string_view text) {
     std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), [](char character) { return lowered(character); });
+    std::transform(result.begin(), result.end(), result.begin(),
+                   [](char character) { return lowered(character); });
     return result;
 }
 

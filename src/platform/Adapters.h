@@ -1,13 +1,13 @@
 #pragma once
 
+#include <norvane/platform/Platform.h>
+
 #include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <norvane/platform/Platform.h>
 
 /// The default adapters, made by `Platform::complete`. Each is independent of the others but for what its
 /// factory takes. Factories that touch the disk say why they failed.
@@ -50,12 +50,12 @@ bool isSecretServiceAvailable();
 Result<std::shared_ptr<CredentialStore>> makeCredentialStore(CredentialStoreKind kind,
                                                              const ApplicationFolders& folders);
 
-/// Downloads go to `temporaryFolder`, the response cache below `cacheFolder`; `trustAnchorFile` as in
-/// `PlatformOptions`.
-Result<std::shared_ptr<HttpSession>>
-makeCurlHttpSession(std::filesystem::path temporaryFolder, std::filesystem::path cacheFolder,
-                    std::optional<std::filesystem::path> trustAnchorFile, std::shared_ptr<Clock> clock,
-                    std::shared_ptr<Log> log);
+/// Downloads go to the temporary folder, the response cache below the caches folder; `trustAnchorFile` as in
+/// `PlatformOptions`. The age of cached responses goes by the clock.
+std::shared_ptr<HttpSession> makeCurlHttpSession(std::shared_ptr<Files> files,
+                                                 std::optional<std::filesystem::path> trustAnchorFile,
+                                                 std::shared_ptr<Clock> clock);
+/// Status -1 for good where the kernel's routes may not be read.
 std::shared_ptr<Reachability> makeNetlinkReachability();
 
 } // namespace norvane

@@ -1,10 +1,10 @@
-#include <cerrno>
-#include <cstdlib>
+#include "src/platform/Adapters.h"
+#include "src/platform/DurableFile.h"
 
 #include <sys/stat.h>
 
-#include "src/platform/Adapters.h"
-#include "src/platform/DurableFile.h"
+#include <cerrno>
+#include <cstdlib>
 
 namespace norvane {
 
@@ -35,7 +35,8 @@ Failure makePrivateFolder(const fs::path& folder) {
 }
 
 bool isOnOneFileSystem(const fs::path& a, const fs::path& b) {
-    struct stat first {}, second {};
+    struct stat first {
+    }, second{};
     return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev;
 }
 

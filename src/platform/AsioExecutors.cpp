@@ -12,7 +12,8 @@ namespace {
 class AsioExecutors final : public Executors {
   public:
     explicit AsioExecutors(std::shared_ptr<TaskQueue> hostMainQueue)
-        : mainQueue_(hostMainQueue ? std::move(hostMainQueue) : std::make_shared<ThreadQueue>("norvane-main")) {}
+        : mainQueue_(hostMainQueue ? std::move(hostMainQueue)
+                                   : std::make_shared<ThreadQueue>("norvane-main")) {}
 
     std::shared_ptr<TaskQueue> mainQueue() override { return mainQueue_; }
 

@@ -1,9 +1,9 @@
-#include <atomic>
-#include <set>
+#include "src/platform/BlockOperation.h"
 
 #include <norvane/platform/NVMException.h>
 
-#include "src/platform/BlockOperation.h"
+#include <atomic>
+#include <set>
 
 namespace norvane {
 
@@ -26,7 +26,8 @@ bool BlockOperation::dependsOn(const BlockOperation* other) const {
         open.pop_back();
         if (operation.get() == other) return true;
         if (!seen.insert(operation.get()).second) continue;
-        for (auto& dependency : operation->dependencies()) open.push_back(std::move(dependency));
+        for (auto& dependency : operation->dependencies())
+            open.push_back(std::move(dependency));
     }
     return false;
 }
@@ -49,7 +50,8 @@ void BlockOperation::whenReady(Task ready) {
     const Task countDown = [count, ready = std::move(ready)] {
         if (count->fetch_sub(1) == 1) ready();
     };
-    for (const auto& dependency : open) dependency->whenFinished(countDown);
+    for (const auto& dependency : open)
+        dependency->whenFinished(countDown);
     countDown();
 }
 
@@ -92,7 +94,8 @@ void BlockOperation::finish(std::unique_lock<std::mutex> lock) {
     dependencies_.clear();
     finishTasks_.clear();
     lock.unlock();
-    for (const Task& task : tasks) task();
+    for (const Task& task : tasks)
+        task();
 }
 
 bool BlockOperation::isCancelled() const {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <mutex>
-
 #include <norvane/platform/Executors.h>
+
+#include <mutex>
 
 namespace norvane {
 
@@ -10,7 +10,9 @@ namespace norvane {
 /// finished, or waiting -> finished when it is cancelled before it began.
 class BlockOperation final : public Operation, public std::enable_shared_from_this<BlockOperation> {
   public:
-    BlockOperation(std::string name, Task block) : name_(std::move(name)), block_(std::move(block)) {}
+    BlockOperation(std::string name, Task block)
+        : name_(std::move(name))
+        , block_(std::move(block)) {}
     BlockOperation(const BlockOperation&) = delete;
     BlockOperation& operator=(const BlockOperation&) = delete;
 

@@ -1,6 +1,6 @@
-#include <norvane/platform/NVMException.h>
-
 #include "src/platform/CountingGroup.h"
+
+#include <norvane/platform/NVMException.h>
 
 namespace norvane {
 
@@ -18,7 +18,8 @@ void CountingGroup::leave() {
         ready.swap(waiting_);
         empty_.notify_all();
     }
-    for (auto& [queue, task] : ready) queue->async(std::move(task));
+    for (auto& [queue, task] : ready)
+        queue->async(std::move(task));
 }
 
 void CountingGroup::notify(const std::shared_ptr<TaskQueue>& queue, Task task) {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/platform/Executors.h>
+
 #include <condition_variable>
 #include <mutex>
 #include <utility>
-
-#include <norvane/platform/Executors.h>
 
 namespace norvane {
 

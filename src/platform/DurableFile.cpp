@@ -1,15 +1,15 @@
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
+#include "src/platform/DurableFile.h"
+
+#include <norvane/platform/Files.h>
 
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/random.h>
 #include <sys/stat.h>
 
-#include <norvane/platform/Files.h>
-
-#include "src/platform/DurableFile.h"
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 
 namespace norvane {
 
@@ -25,7 +25,8 @@ Result<FileDescriptor> openParent(const std::filesystem::path& path) {
 
 std::string freshName() {
     unsigned long long number = 0;
-    if (getrandom(&number, sizeof number, 0) != sizeof number) number = static_cast<unsigned long long>(getpid());
+    if (getrandom(&number, sizeof number, 0) != sizeof number)
+        number = static_cast<unsigned long long>(getpid());
     char name[40];
     snprintf(name, sizeof name, ".norvane-%016llx.tmp", number);
     return name;
@@ -97,7 +98,9 @@ Failure syncParent(const std::filesystem::path& path) {
 }
 
 PendingFile::PendingFile(FileDescriptor folder, std::string name, std::filesystem::path target)
-    : folder_(std::move(folder)), name_(std::move(name)), target_(std::move(target)) {}
+    : folder_(std::move(folder))
+    , name_(std::move(name))
+    , target_(std::move(target)) {}
 
 Result<PendingFile> PendingFile::create(const std::filesystem::path& target) {
     auto folder = openParent(target);
@@ -109,7 +112,8 @@ Result<PendingFile> PendingFile::create(const std::filesystem::path& target) {
     return pending;
 }
 
-Result<PendingFile> PendingFile::link(const std::filesystem::path& source, const std::filesystem::path& target) {
+Result<PendingFile> PendingFile::link(const std::filesystem::path& source,
+                                      const std::filesystem::path& target) {
     auto file = openForReading(source, false);
     if (!file) return file.error();
     auto folder = openParent(target);

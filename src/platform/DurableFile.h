@@ -1,20 +1,20 @@
 #pragma once
 
-#include <filesystem>
-#include <string>
-#include <string_view>
+#include "src/platform/FileDescriptor.h"
 
 #include <norvane/platform/Result.h>
 
-#include "src/platform/FileDescriptor.h"
+#include <filesystem>
+#include <string>
+#include <string_view>
 
 namespace norvane {
 
 /// The error of a system call on the path; `code` is errno.
 NVMError fileError(int code, const std::filesystem::path& path);
 
-/// A regular file to read; symbolic links are refused unless `followLinks`. Never blocks on pipes and devices:
-/// they are refused.
+/// A regular file to read; symbolic links are refused unless `followLinks`. Never blocks on pipes and
+/// devices: they are refused.
 Result<FileDescriptor> openForReading(const std::filesystem::path& file, bool followLinks);
 
 /// Fills the buffer as far as the file goes and answers how many bytes came; 0 at its end.

@@ -1,17 +1,19 @@
 #pragma once
 
-#include <utility>
-
 #include <unistd.h>
+
+#include <utility>
 
 namespace norvane {
 
 /// Owns an open file.
 class FileDescriptor {
   public:
-    explicit FileDescriptor(int number = -1) : number_(number) {}
+    explicit FileDescriptor(int number = -1)
+        : number_(number) {}
     ~FileDescriptor() { close(); }
-    FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : number_(std::exchange(other.number_, -1)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {
         std::swap(number_, other.number_);
         return *this;

@@ -1,10 +1,11 @@
-#include <cerrno>
+#include "src/platform/FileLock.h"
+
+#include "src/platform/DurableFile.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
 
-#include "src/platform/DurableFile.h"
-#include "src/platform/FileLock.h"
+#include <cerrno>
 
 namespace norvane {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <filesystem>
+#include "src/platform/FileDescriptor.h"
 
 #include <norvane/platform/Result.h>
 
-#include "src/platform/FileDescriptor.h"
+#include <filesystem>
 
 namespace norvane {
 
@@ -15,7 +15,8 @@ class FileLock {
     static Result<FileLock> acquire(const std::filesystem::path& file);
 
   private:
-    explicit FileLock(FileDescriptor file) : file_(std::move(file)) {}
+    explicit FileLock(FileDescriptor file)
+        : file_(std::move(file)) {}
     FileDescriptor file_;
 };
 

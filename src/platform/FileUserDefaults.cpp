@@ -1,17 +1,17 @@
-#include <cerrno>
-#include <map>
-#include <mutex>
-
-#include <stdio.h>
-#include <sys/stat.h>
-
-#include <norvane/platform/DateFormat.h>
-#include <norvane/platform/Url.h>
-
 #include "src/platform/Adapters.h"
 #include "src/platform/DurableFile.h"
 #include "src/platform/FileLock.h"
 #include "src/platform/SuiteCoding.h"
+
+#include <norvane/platform/DateFormat.h>
+#include <norvane/platform/Url.h>
+
+#include <stdio.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <map>
+#include <mutex>
 
 namespace norvane {
 
@@ -23,8 +23,8 @@ constexpr std::size_t kLargestSuite = std::size_t{16} << 20;
 
 using Suite = std::shared_ptr<const Dictionary>;
 
-/// A suite's file is never changed, only replaced. So what was read from it holds as long as the name leads to
-/// the same file, and a file that is kept open lends its number to no other.
+/// A suite's file is never changed, only replaced. So what was read from it holds as long as the name leads
+/// to the same file, and a file that is kept open lends its number to no other.
 struct CachedSuite {
     FileDescriptor file;
     struct stat status {};
@@ -40,7 +40,8 @@ struct CachedSuite {
 class FileUserDefaults final : public UserDefaults {
   public:
     FileUserDefaults(fs::path folder, std::shared_ptr<Log> log)
-        : folder_(std::move(folder)), log_(std::move(log)) {}
+        : folder_(std::move(folder))
+        , log_(std::move(log)) {}
 
     Value value(std::string_view suite, std::string_view key) const override {
         const Suite content = read(suite);
@@ -81,7 +82,8 @@ class FileUserDefaults final : public UserDefaults {
             content = lock ? loadLocked(suite) : Result<Suite>(lock.error());
         }
         if (content) return *content;
-        log_->write(LogLevel::Warning, "User defaults cannot be read: " + content.error().localizedDescription());
+        log_->write(LogLevel::Warning,
+                    "User defaults cannot be read: " + content.error().localizedDescription());
         return std::make_shared<const Dictionary>();
     }
 
@@ -93,7 +95,8 @@ class FileUserDefaults final : public UserDefaults {
         const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
         const fs::path aside = file.string() + ".damaged-" + formatIso8601(now);
         if (rename(file.c_str(), aside.c_str()) != 0) return fileError(errno, file);
-        log_->write(LogLevel::Warning, "Damaged user defaults were put aside as " + aside.filename().string());
+        log_->write(LogLevel::Warning,
+                    "Damaged user defaults were put aside as " + aside.filename().string());
         return std::make_shared<const Dictionary>();
     }
 
@@ -105,7 +108,7 @@ class FileUserDefaults final : public UserDefaults {
         struct stat now {};
         if (stat(path.c_str(), &now) != 0) {
             if (errno != ENOENT) return fileError(errno, path);
-            cached = {};
+            cached = CachedSuite();
             return std::make_shared<const Dictionary>();
         }
         if (cached.isCurrent(now)) return cached.suite;

@@ -1,13 +1,13 @@
-#include <cerrno>
-#include <vector>
+#include "src/platform/Adapters.h"
+#include "src/platform/DurableFile.h"
 
 #include <fcntl.h>
 #include <openssl/evp.h>
 #include <stdio.h>
 #include <sys/stat.h>
 
-#include "src/platform/Adapters.h"
-#include "src/platform/DurableFile.h"
+#include <cerrno>
+#include <vector>
 
 namespace norvane {
 
@@ -28,7 +28,8 @@ class Sha256 {
         EVP_DigestFinal_ex(context_.get(), digest, &size);
         constexpr std::string_view kDigits = "0123456789abcdef";
         std::string text;
-        for (unsigned int i = 0; i < size; ++i) text.append({kDigits[digest[i] >> 4], kDigits[digest[i] & 15]});
+        for (unsigned int i = 0; i < size; ++i)
+            text.append({kDigits[digest[i] >> 4], kDigits[digest[i] & 15]});
         return text;
     }
 
@@ -56,7 +57,8 @@ Failure copyDurably(const fs::path& from, const fs::path& to) {
     if (!source) return source.error();
     auto target = PendingFile::create(to);
     if (!target) return target.error();
-    if (auto error = readPieces(*source, from, [&](std::string_view piece) { return target->write(piece); })) {
+    if (auto error =
+            readPieces(*source, from, [&](std::string_view piece) { return target->write(piece); })) {
         return error;
     }
     return target->publish();
@@ -67,7 +69,8 @@ bool needsCopy(int code) { return code == EXDEV || code == EPERM || code == EMLI
 
 class LinuxFiles final : public Files {
   public:
-    explicit LinuxFiles(ApplicationFolders folders) : folders_(std::move(folders)) {}
+    explicit LinuxFiles(ApplicationFolders folders)
+        : folders_(std::move(folders)) {}
 
     fs::path documentsFolder() const override { return folders_.documents; }
     fs::path supportFolder() const override { return folders_.support; }
@@ -83,7 +86,9 @@ class LinuxFiles final : public Files {
         return std::nullopt;
     }
 
-    Failure write(const fs::path& file, const Data& bytes) override { return writeDurably(file, bytes.view()); }
+    Failure write(const fs::path& file, const Data& bytes) override {
+        return writeDurably(file, bytes.view());
+    }
 
     Failure linkOrCopy(const fs::path& from, const fs::path& to) override {
         auto linked = PendingFile::link(from, to);

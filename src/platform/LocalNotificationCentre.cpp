@@ -1,10 +1,10 @@
+#include "src/platform/Adapters.h"
+
 #include <algorithm>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
 #include <vector>
-
-#include "src/platform/Adapters.h"
 
 namespace norvane {
 
@@ -14,7 +14,8 @@ namespace {
 class Subscription {
   public:
     Subscription(std::string name, NotificationCentre::Observer observer)
-        : name_(std::move(name)), observer_(std::move(observer)) {}
+        : name_(std::move(name))
+        , observer_(std::move(observer)) {}
 
     bool wants(const std::string& name) const { return name_.empty() || name_ == name; }
 
@@ -28,13 +29,15 @@ class Subscription {
         observer_(notification);
     }
 
-    /// No call begins any more; waits for those of other threads, but not for one that this call is made from.
+    /// No call begins any more; waits for those of other threads, but not for one that this call is made
+    /// from.
     void end() {
         std::unique_lock lock(mutex_);
         ended_ = true;
         const auto self = std::this_thread::get_id();
         callEnded_.wait(lock, [&] {
-            return std::all_of(callers_.begin(), callers_.end(), [self](auto caller) { return caller == self; });
+            return std::all_of(callers_.begin(), callers_.end(),
+                               [self](auto caller) { return caller == self; });
         });
     }
 
@@ -74,7 +77,8 @@ class LocalNotificationCentre final : public NotificationCentre {
                          std::back_inserter(interested),
                          [&](const auto& subscription) { return subscription->wants(notification.name); });
         }
-        for (const auto& subscription : interested) subscription->deliver(notification);
+        for (const auto& subscription : interested)
+            subscription->deliver(notification);
     }
 
     std::shared_ptr<void> addObserver(std::string name, Observer observer) override {

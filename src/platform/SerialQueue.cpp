@@ -1,12 +1,12 @@
+#include "src/platform/SerialQueue.h"
+
+#include <norvane/platform/NVMException.h>
+
 #include <condition_variable>
 #include <deque>
 #include <exception>
 #include <mutex>
 #include <thread>
-
-#include <norvane/platform/NVMException.h>
-
-#include "src/platform/SerialQueue.h"
 
 namespace norvane {
 
@@ -18,7 +18,9 @@ constexpr int kTasksATurn = 32;
 } // namespace
 
 struct SerialQueue::State : std::enable_shared_from_this<State> {
-    State(std::string name, WorkerPool workers) : label(std::move(name)), pool(std::move(workers)) {}
+    State(std::string name, WorkerPool workers)
+        : label(std::move(name))
+        , pool(std::move(workers)) {}
 
     const std::string label;
     const WorkerPool pool;
@@ -44,7 +46,8 @@ struct SerialQueue::State : std::enable_shared_from_this<State> {
         posted = false;
         if (!isIdle()) return;
         runner = std::this_thread::get_id();
-        for (int count = 0; count < kTasksATurn && !tasks.empty(); ++count) runFirst(lock);
+        for (int count = 0; count < kTasksATurn && !tasks.empty(); ++count)
+            runFirst(lock);
         retire();
     }
 
@@ -108,9 +111,11 @@ void SerialQueue::sync(const Task& task) {
             state->changed.wait(lock);
             continue;
         }
-        if (state->closed) throw NVMException("InvalidQueueUse", "sync on a queue that ended: " + state->label);
+        if (state->closed)
+            throw NVMException("InvalidQueueUse", "sync on a queue that ended: " + state->label);
         state->runner = std::this_thread::get_id();
-        while (!done && !state->tasks.empty()) state->runFirst(lock);
+        while (!done && !state->tasks.empty())
+            state->runFirst(lock);
         state->retire();
     }
     lock.unlock();

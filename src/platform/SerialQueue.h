@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
+#include "src/platform/WorkerPool.h"
 
 #include <norvane/platform/Executors.h>
 
-#include "src/platform/WorkerPool.h"
+#include <memory>
 
 namespace norvane {
 

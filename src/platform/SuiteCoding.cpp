@@ -1,9 +1,9 @@
-#include <cmath>
+#include "src/platform/SuiteCoding.h"
 
 #include <norvane/platform/DateFormat.h>
 #include <norvane/platform/Json.h>
 
-#include "src/platform/SuiteCoding.h"
+#include <cmath>
 
 namespace norvane {
 
@@ -18,13 +18,15 @@ Value decode(const Value& value);
 
 Dictionary mapped(const Dictionary& dictionary, Value (*mapping)(const Value&)) {
     Dictionary result;
-    for (const auto& [key, value] : dictionary) result.emplace(key, mapping(value));
+    for (const auto& [key, value] : dictionary)
+        result.emplace(key, mapping(value));
     return result;
 }
 
 Array mapped(const Array& array, Value (*mapping)(const Value&)) {
     Array result;
-    for (const Value& value : array) result.push_back(mapping(value));
+    for (const Value& value : array)
+        result.push_back(mapping(value));
     return result;
 }
 
@@ -49,12 +51,14 @@ Value encode(const Value& value) {
 Value decodeMarked(const std::string& mark, const Value& content) {
     if (mark == kDictionary && content.isDictionary()) return mapped(*content.asDictionary(), decode);
     const std::string* text = content.asString();
-    if (mark == kDate && text) return parseIso8601(*text);
+    if (mark == kDate && text) {
+        if (const auto date = parseIso8601(*text)) return *date;
+    }
     if (mark == kDecimal && text) {
         const auto number = parseJson(*text);
-        return number ? Value(number->asDouble()) : Value();
+        if (number && number->isNumber()) return number->asDouble();
     }
-    return Value();
+    return Dictionary{{mark, decode(content)}};
 }
 
 Value decode(const Value& value) {

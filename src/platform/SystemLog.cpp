@@ -1,8 +1,8 @@
-#include <algorithm>
+#include "src/platform/Adapters.h"
 
 #include <syslog.h>
 
-#include "src/platform/Adapters.h"
+#include <algorithm>
 
 namespace norvane {
 

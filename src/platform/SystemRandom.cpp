@@ -1,13 +1,13 @@
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
+#include "src/platform/Adapters.h"
+
+#include <norvane/platform/NVMException.h>
 
 #include <sys/random.h>
 #include <uuid.h>
 
-#include <norvane/platform/NVMException.h>
-
-#include "src/platform/Adapters.h"
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 
 namespace norvane {
 

@@ -1,13 +1,13 @@
+#include "src/platform/ThreadQueue.h"
+
+#include <norvane/platform/NVMException.h>
+
+#include <pthread.h>
+
 #include <condition_variable>
 #include <deque>
 #include <future>
 #include <mutex>
-
-#include <pthread.h>
-
-#include <norvane/platform/NVMException.h>
-
-#include "src/platform/ThreadQueue.h"
 
 namespace norvane {
 
@@ -32,7 +32,8 @@ struct ThreadQueue::State {
     }
 };
 
-ThreadQueue::ThreadQueue(std::string label) : state_(std::make_shared<State>()) {
+ThreadQueue::ThreadQueue(std::string label)
+    : state_(std::make_shared<State>()) {
     thread_ = std::thread([state = state_, label = std::move(label)] {
         pthread_setname_np(pthread_self(), label.substr(0, 15).c_str());
         state->run();

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <norvane/platform/Executors.h>
+
 #include <memory>
 #include <thread>
-
-#include <norvane/platform/Executors.h>
 
 namespace norvane {
 

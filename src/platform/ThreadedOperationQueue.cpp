@@ -1,16 +1,17 @@
+#include "src/platform/ThreadedOperationQueue.h"
+
+#include "src/platform/BlockOperation.h"
+
+#include <norvane/platform/NVMException.h>
+
+#include <pthread.h>
+
 #include <algorithm>
 #include <condition_variable>
 #include <deque>
 #include <map>
 #include <mutex>
 #include <thread>
-
-#include <pthread.h>
-
-#include <norvane/platform/NVMException.h>
-
-#include "src/platform/BlockOperation.h"
-#include "src/platform/ThreadedOperationQueue.h"
 
 namespace norvane {
 
@@ -23,7 +24,8 @@ using Operations = std::vector<std::shared_ptr<BlockOperation>>;
 } // namespace
 
 struct ThreadedOperationQueue::State : std::enable_shared_from_this<State> {
-    explicit State(std::string queueName) : name(std::move(queueName)) {}
+    explicit State(std::string queueName)
+        : name(std::move(queueName)) {}
 
     const std::string name;
 
@@ -81,7 +83,8 @@ struct ThreadedOperationQueue::State : std::enable_shared_from_this<State> {
     Operations openOperations() const {
         const std::lock_guard lock(mutex);
         Operations operations;
-        for (const auto& [key, operation] : unfinished) operations.push_back(operation);
+        for (const auto& [key, operation] : unfinished)
+            operations.push_back(operation);
         return operations;
     }
 
@@ -117,11 +120,14 @@ const std::string& ThreadedOperationQueue::name() const { return state_->name; }
 
 void ThreadedOperationQueue::add(const std::vector<std::shared_ptr<Operation>>& operations) {
     Operations ours;
-    for (const auto& operation : operations) ours.push_back(blockOperation(operation));
-    for (const auto& operation : ours) operation->claim();
+    for (const auto& operation : operations)
+        ours.push_back(blockOperation(operation));
+    for (const auto& operation : ours)
+        operation->claim();
     {
         const std::lock_guard lock(state_->mutex);
-        for (const auto& operation : ours) state_->unfinished.emplace(operation.get(), operation);
+        for (const auto& operation : ours)
+            state_->unfinished.emplace(operation.get(), operation);
     }
     for (const auto& operation : ours) {
         const std::weak_ptr<State> state = state_;
@@ -137,7 +143,8 @@ void ThreadedOperationQueue::add(const std::vector<std::shared_ptr<Operation>>& 
 }
 
 void ThreadedOperationQueue::cancelAllOperations() {
-    for (const auto& operation : state_->openOperations()) operation->cancel();
+    for (const auto& operation : state_->openOperations())
+        operation->cancel();
 }
 
 std::size_t ThreadedOperationQueue::operationCount() const {

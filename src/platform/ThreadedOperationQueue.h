@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
-
 #include <norvane/platform/Executors.h>
+
+#include <memory>
 
 namespace norvane {
 

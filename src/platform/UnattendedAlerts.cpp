@@ -1,6 +1,6 @@
-#include <algorithm>
-
 #include "src/platform/Adapters.h"
+
+#include <algorithm>
 
 namespace norvane {
 
@@ -10,13 +10,15 @@ namespace {
 class UnattendedAlerts final : public Alerts {
   public:
     UnattendedAlerts(std::shared_ptr<TaskQueue> mainQueue, std::shared_ptr<Log> log)
-        : mainQueue_(std::move(mainQueue)), log_(std::move(log)) {}
+        : mainQueue_(std::move(mainQueue))
+        , log_(std::move(log)) {}
 
     void present(Alert alert) override {
         log_->write(LogLevel::Info, "No screen to show an alert on: " + alert.title);
         if (alert.actions.empty() || (alert.isSheet && alert.actions.size() == 1)) return;
-        const auto backingOut = std::find_if(alert.actions.rbegin(), alert.actions.rend(),
-                                             [](const Alert::Action& action) { return !action.isDestructive; });
+        const auto backingOut =
+            std::find_if(alert.actions.rbegin(), alert.actions.rend(),
+                         [](const Alert::Action& action) { return !action.isDestructive; });
         const auto& chosen = backingOut == alert.actions.rend() ? alert.actions.back() : *backingOut;
         if (chosen.handler) mainQueue_->async(chosen.handler);
     }

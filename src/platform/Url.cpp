@@ -1,11 +1,11 @@
 #include <norvane/platform/Url.h>
 
+#include <curl/curl.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <memory>
-
-#include <curl/curl.h>
 
 namespace norvane {
 namespace {
@@ -122,7 +122,8 @@ Url Url::appending(std::string_view relativeReference) const {
     std::string base = text_.substr(0, text_.find_first_of("?#"));
     if (base.back() != '/') base += '/';
     return Url(base + escapedUnless(relativeReference, [](char c) {
-                   return static_cast<unsigned char>(c) > 0x20 && static_cast<unsigned char>(c) < 0x7f && c != '#';
+                   return static_cast<unsigned char>(c) > 0x20 && static_cast<unsigned char>(c) < 0x7f &&
+                          c != '#';
                }));
 }
 

@@ -1,9 +1,9 @@
-#include <thread>
+#include "src/platform/WorkerPool.h"
 
 #include <boost/asio/post.hpp>
 #include <boost/asio/thread_pool.hpp>
 
-#include "src/platform/WorkerPool.h"
+#include <thread>
 
 namespace norvane {
 
@@ -20,13 +20,13 @@ struct WorkerPool::Threads {
 
 WorkerPool::WorkerPool()
     : threads_(new Threads, [](Threads* threads) {
-          // A job may hold the last reference, and a thread cannot join itself.
-          if (threads->pool.get_executor().running_in_this_thread()) {
-              std::thread([threads] { delete threads; }).detach();
-          } else {
-              delete threads;
-          }
-      }) {}
+        // A job may hold the last reference, and a thread cannot join itself.
+        if (threads->pool.get_executor().running_in_this_thread()) {
+            std::thread([threads] { delete threads; }).detach();
+        } else {
+            delete threads;
+        }
+    }) {}
 
 void WorkerPool::post(Task job) const {
     boost::asio::post(threads_->pool, [job = std::move(job), keepAlive = threads_] { job(); });

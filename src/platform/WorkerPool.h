@@ -1,13 +1,13 @@
 #pragma once
 
-#include <memory>
-
 #include <norvane/platform/Executors.h>
+
+#include <memory>
 
 namespace norvane {
 
-/// A few threads that every serial queue shares. Copies share one pool; it ends when the last copy and the last
-/// posted job are gone.
+/// A few threads that every serial queue shares. Copies share one pool; it ends when the last copy and the
+/// last posted job are gone.
 class WorkerPool {
   public:
     WorkerPool();

@@ -5,10 +5,12 @@
 namespace norvane {
 
 const Field* RecordType::find(std::string_view name, std::size_t hint) const {
-    const std::size_t count = fields_.size();
-    for (std::size_t step = 0, index = hint < count ? hint : 0; step < count; ++step) {
-        if (fields_[index].name == name) return &fields_[index];
-        if (++index == count) index = 0;
+    if (hint < fields_.size() && fields_[hint].name == name) return &fields_[hint];
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = detail::nameHash(name) & mask; slots_[slot] != detail::kEmptySlot;
+         slot = (slot + 1) & mask) {
+        const Field& field = fields_[slots_[slot]];
+        if (field.name == name) return &field;
     }
     return nullptr;
 }

@@ -5,8 +5,7 @@ namespace norvane {
 
 std::shared_ptr<NVMAccount> NVMAccount::withAccountInfo(const NVESLoginInformation* accountInfo,
                                                         std::optional<Url> host, Text integratorKey) {
-    const bool hasAccount =
-        accountInfo && accountInfo->loginAccounts && !accountInfo->loginAccounts->empty();
+    const bool hasAccount = accountInfo && accountInfo->loginAccounts && !accountInfo->loginAccounts->empty();
     const NVESLoginAccount login = hasAccount ? *accountInfo->loginAccounts->front() : NVESLoginAccount();
     return withApiPassword(accountInfo ? accountInfo->apiPassword : Text(), login.userId, login.userName,
                            login.email, login.accountId, std::move(host), std::move(integratorKey));

@@ -43,7 +43,8 @@ const Dictionary& defaultConfigurations() {
 
 std::vector<std::string> setupConfigurationKeys() {
     std::vector<std::string> keys;
-    for (const auto& [key, value] : defaultConfigurations()) keys.push_back(key);
+    for (const auto& [key, value] : defaultConfigurations())
+        keys.push_back(key);
     return keys;
 }
 

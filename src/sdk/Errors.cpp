@@ -65,12 +65,12 @@ const Dictionary* serviceBody(const NVMError& error) {
     NVMError MAKER() { return make({DOMAIN_, DESCRIPTION, REASON}); }
 
 // clang-format off: a table.
-NORVANE_ERROR(NVM_errorTemplateImportFailed, NVM_TEMPLATE_IMPORT_ERROR,
-              "Template import failed.", "TEMPLATE_IMPORT_FAILED")
-NORVANE_ERROR(NVM_errorTemplateHasNoDocuments, NVM_TEMPLATE_SAVE_ERROR,
-              "Template has no documents.", "TEMPLATE_ERROR_NO_DOCUMENT")
-NORVANE_ERROR(NVM_errorTemplateHasNoRecipients, NVM_TEMPLATE_SAVE_ERROR,
-              "Template has no recipients.", "TEMPLATE_ERROR_NO_RECIPIENT")
+NORVANE_ERROR(NVM_errorTemplateImportFailed, NVM_TEMPLATE_IMPORT_ERROR, "Template import failed.",
+              "TEMPLATE_IMPORT_FAILED")
+NORVANE_ERROR(NVM_errorTemplateHasNoDocuments, NVM_TEMPLATE_SAVE_ERROR, "Template has no documents.",
+              "TEMPLATE_ERROR_NO_DOCUMENT")
+NORVANE_ERROR(NVM_errorTemplateHasNoRecipients, NVM_TEMPLATE_SAVE_ERROR, "Template has no recipients.",
+              "TEMPLATE_ERROR_NO_RECIPIENT")
 NORVANE_ERROR(NVM_errorTemplateHasRecipientRequiredDigitalCertificate, NVM_TEMPLATE_SAVE_ERROR,
               "Templates do not support Digital Certificates.", "TEMPLATES_ERROR_DIGITAL_CERTIFICATE")
 NORVANE_ERROR(NVM_errorTemplateInpersonRecipientMissingRole, NVM_TEMPLATE_SAVE_ERROR,
@@ -80,7 +80,8 @@ NORVANE_ERROR(NVM_errorTemplateOnlyInpersonRecipientAllowRole, NVM_TEMPLATE_SAVE
 NORVANE_ERROR(NVM_errorTemplateRecipientRoleNameMissing, NVM_TEMPLATE_SAVE_ERROR,
               "All recipients must have role names.", "TEMPLATE_RECIPIENT_ROLENAME_MISSING")
 NORVANE_ERROR(NVM_errorTemplateRecipientNeedsSignInEachLocation, NVM_TEMPLATE_SAVE_ERROR,
-              "Recipient needs to sign in each location.", "TEMPLATE_RECIPIENT_SIGN_EACH_LOCATION_NOT_SUPPOERTED")
+              "Recipient needs to sign in each location.",
+              "TEMPLATE_RECIPIENT_SIGN_EACH_LOCATION_NOT_SUPPOERTED")
 NORVANE_ERROR(NVM_errorTemplateWithSignGroupIsNotSupported, NVM_TEMPLATE_SAVE_ERROR,
               "Template with signing group is currently not supported.", "TEMPLATE_SIGNGROUP_NOT_SUPPORTED")
 NORVANE_ERROR(NVM_errorTemplateRecipientsHasConflictingRoleNames, NVM_TEMPLATE_SAVE_ERROR,
@@ -93,31 +94,30 @@ NORVANE_ERROR(NVM_errorTemplateHasInvalidListCustomFields, NVM_TEMPLATE_SAVE_ERR
 NORVANE_ERROR(NVM_errorCacheTemplateHasUnsupportedSupplementalDocument, "",
               "Template has unsupported Supplemental Document(s).",
               "TEMPLATE_HAS_UNSUPPORTED_SUPPLEMENTAL_DOCUMENTS")
-NORVANE_ERROR(NVM_errorTemplateNotInCache, NVM_TEMPLATE_SEND_ERROR,
-              "Template is currently not saved.", "TEMPLATE_IS_NOT_IN_CACHE")
-NORVANE_ERROR(NVM_errorInvalidInPersonSignerName, NVM_TEMPLATE_SEND_ERROR,
-              "Inperson signer name is invalid.", "RECIPIENT_INPERSON_SIGNERNAME_INVALID")
-NORVANE_ERROR(NVM_errorInvalidSignerName, NVM_TEMPLATE_SEND_ERROR,
-              "Signer name is invalid.", "RECIPIENT_SIGNERNAME_INVALID")
-NORVANE_ERROR(NVM_errorInvalidSignerEmail, NVM_TEMPLATE_SEND_ERROR,
-              "Signer email is invalid.", "RECIPIENT_SIGNEREMAIL_INVALID")
-NORVANE_ERROR(NVM_errorInvalidRecipientId, NVM_TEMPLATE_SEND_ERROR,
-              "Recipient id is invalid.", "INVALID_REECIPIENT_ID")
+NORVANE_ERROR(NVM_errorTemplateNotInCache, NVM_TEMPLATE_SEND_ERROR, "Template is currently not saved.",
+              "TEMPLATE_IS_NOT_IN_CACHE")
+NORVANE_ERROR(NVM_errorInvalidInPersonSignerName, NVM_TEMPLATE_SEND_ERROR, "Inperson signer name is invalid.",
+              "RECIPIENT_INPERSON_SIGNERNAME_INVALID")
+NORVANE_ERROR(NVM_errorInvalidSignerName, NVM_TEMPLATE_SEND_ERROR, "Signer name is invalid.",
+              "RECIPIENT_SIGNERNAME_INVALID")
+NORVANE_ERROR(NVM_errorInvalidSignerEmail, NVM_TEMPLATE_SEND_ERROR, "Signer email is invalid.",
+              "RECIPIENT_SIGNEREMAIL_INVALID")
+NORVANE_ERROR(NVM_errorInvalidRecipientId, NVM_TEMPLATE_SEND_ERROR, "Recipient id is invalid.",
+              "INVALID_REECIPIENT_ID")
 NORVANE_ERROR(NVM_errorTemplateHasUnspportedFreeFormSigner, NVM_TEMPLATE_SIGN_ERROR,
               "Template has freeform signer(s).", "TEMPLATE_HAS_FREEFORM_SIGNERS")
 NORVANE_ERROR(NVM_errorTemplateHasInvalidTextCustomFields, NVM_TEMPLATE_SIGN_ERROR,
               "Template has required Text Customfield(s) for which value is not supplied.",
               "TEMPLATE_HAS_UNSUPPORTED_TEXT_CUSTOMFIELDS")
 NORVANE_ERROR(NVM_errorTemplateHasInvalidFormula, NVM_TEMPLATE_SIGN_ERROR,
-              "Template has invalid formula(s) which value are not supported.", "TEMPLATE_HAS_INVALID_FORMULA")
+              "Template has invalid formula(s) which value are not supported.",
+              "TEMPLATE_HAS_INVALID_FORMULA")
 NORVANE_ERROR(NVM_errorTemplateCannotRemoveRecipient, NVM_TEMPLATE_ENVELOPE_DEFAULTS_ERROR,
               "Recipient cannot be removed for this Template.", "RECIPIENT_CANNOT_BE_REMOVED")
-NORVANE_ERROR(NVM_errorUserNotLoggedIn, NVM_USER_NOT_LOGGED_IN_ERROR,
-              "User not logged in", "USER_NOT_LOGGED_IN_ERROR")
-NORVANE_ERROR(NVM_errorSetupIncomplete, NVM_SDK_SETUP_ERROR,
-              "SDK setup failed", "SDK_SETUP_ERROR")
-NORVANE_ERROR(NVM_errorInvalidInput, kFetchError,
-              "Input parameter is ill-formed", "SDK_INVALID_INPUT")
+NORVANE_ERROR(NVM_errorUserNotLoggedIn, NVM_USER_NOT_LOGGED_IN_ERROR, "User not logged in",
+              "USER_NOT_LOGGED_IN_ERROR")
+NORVANE_ERROR(NVM_errorSetupIncomplete, NVM_SDK_SETUP_ERROR, "SDK setup failed", "SDK_SETUP_ERROR")
+NORVANE_ERROR(NVM_errorInvalidInput, kFetchError, "Input parameter is ill-formed", "SDK_INVALID_INPUT")
 NORVANE_ERROR(NVM_errorFetchAccountInformation, NVM_USER_LOGIN_ERROR,
               "Account information can not be fetched for given User.", "USER_LOGIN_INFORMATION_ERROR")
 NORVANE_ERROR(NVM_errorDocumentCreationInvalidType, NVM_DOCUMENT_INVALID_TYPE_ERROR,

@@ -56,7 +56,8 @@ std::shared_ptr<NVMAccount> NVMAccount::withUserId(Text userId, Text userName, T
 }
 
 bool NVMAccount::canOfflineSend() const {
-    return readsTrue(accountSettings, "inSessionEnabled") && readsTrue(accountSettings, "allowOfflineSigning");
+    return readsTrue(accountSettings, "inSessionEnabled") &&
+           readsTrue(accountSettings, "allowOfflineSigning");
 }
 
 int NVMAccount::shouldSignAndReturnWithMethod() const {

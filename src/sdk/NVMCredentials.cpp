@@ -1,12 +1,12 @@
-#include <charconv>
-#include <mutex>
+#include "src/sdk/SettingsArchive.h"
 
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/Configuration.h>
 #include <norvane/sdk/Errors.h>
 #include <norvane/sdk/NVMCredentials.h>
 
-#include "src/sdk/SettingsArchive.h"
+#include <charconv>
+#include <mutex>
 
 namespace norvane {
 namespace {
@@ -44,7 +44,8 @@ class ItemSaver {
     void save(std::string_view key, const CredentialQuery& query, const Text& text, std::string_view detail) {
         Failure failure = NVM_errorInvalidInput();
         if (text) {
-            failure = Platform::current().credentials->save(query.service, query.account, Data::secret(*text));
+            failure =
+                Platform::current().credentials->save(query.service, query.account, Data::secret(*text));
         }
         note(key, failure, detail);
     }
@@ -82,14 +83,13 @@ std::size_t utf16Length(std::string_view text) {
 void clearStoredItems() {
     const Text user = NVMCredentials::userId();
     if (!user) return;
-    for (const auto& query : {NVMCredentials::integratorKeyQueryWithAccount(*user),
-                              NVMCredentials::accountIdQueryWithAccount(*user),
-                              NVMCredentials::hostQueryWithAccount(*user),
-                              NVMCredentials::authenticationMethodQueryWithAccount(*user),
-                              NVMCredentials::apiPasswordQueryWithAccount(*user),
-                              NVMCredentials::accessTokenQueryWithAccount(*user),
-                              NVMCredentials::userNameQueryWithAccount(*user),
-                              NVMCredentials::emailQueryWithAccount(*user)}) {
+    for (const auto& query :
+         {NVMCredentials::integratorKeyQueryWithAccount(*user),
+          NVMCredentials::accountIdQueryWithAccount(*user), NVMCredentials::hostQueryWithAccount(*user),
+          NVMCredentials::authenticationMethodQueryWithAccount(*user),
+          NVMCredentials::apiPasswordQueryWithAccount(*user),
+          NVMCredentials::accessTokenQueryWithAccount(*user), NVMCredentials::userNameQueryWithAccount(*user),
+          NVMCredentials::emailQueryWithAccount(*user)}) {
         NVMCredentials::logError(Platform::current().credentials->remove(query.service, query.account),
                                  "delete", query.service);
     }
@@ -107,10 +107,9 @@ void saveProfile(ItemSaver& saver, const NVMAccount& account, std::string_view u
     saver.saveSettings("AccountSettings", C::accountSettingsQueryWithAccount(user), account.accountSettings,
                        "account-settings");
     if (account.consumerDisclosure) {
-        saver.save("ConsumerDisclosure", C::consumerDisclosureQueryWithAccount(user),
-                   account.consumerDisclosure,
-                   "-consumerDisclosure-length:" + std::to_string(utf16Length(*account.consumerDisclosure)) +
-                       "-");
+        saver.save(
+            "ConsumerDisclosure", C::consumerDisclosureQueryWithAccount(user), account.consumerDisclosure,
+            "-consumerDisclosure-length:" + std::to_string(utf16Length(*account.consumerDisclosure)) + "-");
     }
     if (account.consumerDisclosureId) {
         saver.save("ConsumerDisclosureId", C::consumerDisclosureIdQueryWithAccount(user),

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/platform/Value.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include <norvane/platform/Value.h>
 
 namespace norvane {
 

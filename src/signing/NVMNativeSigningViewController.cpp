@@ -179,7 +179,7 @@ void NVMNativeSigningViewController::finalizeSwitchToCurrentRecipient(const std:
 }
 
 void NVMNativeSigningViewController::presentSignerPermissions() {
-    if (isSignedInUser(*currentRecipient_)) return;
+    if (isSignedInUser(*currentRecipient_)) return view_->beginSigning(currentRecipient_);
     const auto account = NVMCredentials::primaryCredentials();
     ConsumerDisclosure disclosure;
     if (account) {
@@ -197,6 +197,7 @@ void NVMNativeSigningViewController::consumerDisclosureControllerConsented(const
     currentRecipient_->offlineAttributes->consumerDisclosureId = disclosureId;
     currentRecipient_->offlineAttributes->accountEsignId = disclosureId;
     view_->dismissPresented();
+    view_->beginSigning(currentRecipient_);
 }
 
 void NVMNativeSigningViewController::consumerDisclosureControllerCancelled() { presentDiscardSheet(); }
@@ -236,10 +237,8 @@ int NVMNativeSigningViewController::pageOf(const NVMTab& tab) const {
     return (start == startPageOfDocument_.end() ? 0 : start->second) + static_cast<int>(tab.pageNumber.value_or(1));
 }
 
-Result<Data> NVMNativeSigningViewController::documentWithAnnotations() const { return docToOpen_->save(); }
-
 NVMError NVMNativeSigningViewController::cancelledError() {
-    return NVMError::make("NorvaneSigningErrorDomain", 0, text("Signing.Cancelled"), "SIGNING_CANCELLED");
+    return NVMError::make("user.cancelled", 0, text("Signing.Cancelled"), "SIGNING_CANCELLED");
 }
 
 } // namespace norvane

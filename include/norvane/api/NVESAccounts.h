@@ -3,7 +3,8 @@
 #include <norvane/api/NVESObject.h>
 
 // Accounts, users and the small records that all families share.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 struct NVESErrorDetails;

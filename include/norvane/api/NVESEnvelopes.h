@@ -6,7 +6,8 @@
 #include <norvane/api/NVESObject.h>
 
 // Envelopes: what the kit sends to make one and what the service says of them.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 struct NVESAttachment;

@@ -5,7 +5,8 @@
 #include <norvane/api/NVESObject.h>
 
 // Recipient records, one struct a kind, and the lists of them that an envelope carries.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 struct NVESAgent;

@@ -4,7 +4,8 @@
 #include <norvane/api/NVESObject.h>
 
 // Tab records: one struct a kind of tab, and the lists of them that a recipient carries.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 struct NVESApprove;

@@ -6,7 +6,8 @@
 #include <norvane/api/NVESObject.h>
 
 // Templates as the service lists and hands them out.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 struct NVESCustomFields;

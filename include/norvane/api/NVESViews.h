@@ -3,7 +3,8 @@
 #include <norvane/api/NVESObject.h>
 
 // Requests for and addresses of the pages of the service.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 #define NVES_VIEW_URL_FIELDS(FIELD, R) \

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
-#include <string>
 #include <vector>
 
 #include <norvane/pdf/PdfPage.h>
@@ -39,8 +38,8 @@ class PdfDocument {
     /// Of all compressed object streams together, inflated.
     static constexpr std::size_t kMaximumObjectStreamBytes = 32u << 20;
 
-    /// Opens a document. An encrypted one needs its user or owner password, often the empty one.
-    static Result<std::shared_ptr<PdfDocument>> open(const Data& bytes, const std::string& password = {});
+    /// Opens a document; encrypted ones are refused.
+    static Result<std::shared_ptr<PdfDocument>> open(const Data& bytes);
     /// All pages of the documents, in order, in one new document, with their annotations and form fields.
     /// Outlines, page labels and document-level information stay behind. The documents given do not change.
     static Result<std::shared_ptr<PdfDocument>>
@@ -55,8 +54,8 @@ class PdfDocument {
     std::vector<std::size_t> sourcePageCounts() const;
     /// The page with that number, from 1; an error when there is none.
     Result<PdfPage> page(std::size_t number) const;
-    /// Inserts all pages of `other`, whose own pages stay, so that `position` pages stay ahead of them; a
-    /// position beyond the end appends. Nothing changes on error.
+    /// Copies all pages of `other`, which must be another document, so that `position` pages stay ahead of
+    /// them; a position beyond the end appends. Nothing changes on error.
     Failure insertDocument(const PdfDocument& other, std::size_t position);
 
     /// Whether this document, or one that it was joined from, carries a digital signature. `save` writes the
@@ -67,7 +66,7 @@ class PdfDocument {
     /// however often and in however many buffers they are given.
     PdfImage imageFor(const Image& image);
 
-    /// The document as it is now. The same document and changes give the same bytes. Never encrypted.
+    /// The document as it is now. The same document and changes give the same bytes.
     Result<Data> save() const;
 
     /// Held while several changes belong together; saving and other threads' changes wait for it.

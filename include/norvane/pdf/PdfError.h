@@ -14,7 +14,7 @@ inline constexpr std::string_view kPdfDetailKey = "pdfDetail";
 enum class PdfErrorCode {
     Damaged = 1,  ///< no PDF, or one that could only be read by guessing
     TooLarge = 2, ///< beyond one of the bounds of `PdfDocument`
-    Password = 3, ///< encrypted, and the password given does not open it
+    Encrypted = 3, ///< protected, which the engine does not open
     NoSuchPage = 4,
 };
 

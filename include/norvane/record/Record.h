@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 #include <type_traits>
@@ -50,12 +53,12 @@ struct Field {
 };
 
 /// A record's table: its name, its fields in declaration order (a base record's first where it stands first in
-/// the list) and how to make one. Tables live for ever; look-ups are thread-safe.
+/// the list), an index of their names and how to make a record. Tables live for ever; look-ups are thread-safe.
 class RecordType {
   public:
     constexpr RecordType(std::string_view recordName, std::span<const Field> fieldRows,
-                         std::shared_ptr<void> (*maker)())
-        : name_(recordName), fields_(fieldRows), make_(maker) {}
+                         std::span<const std::uint8_t> nameSlots, std::shared_ptr<void> (*maker)())
+        : name_(recordName), fields_(fieldRows), slots_(nameSlots), make_(maker) {}
 
     constexpr std::string_view name() const { return name_; }
     constexpr std::span<const Field> fields() const { return fields_; }
@@ -67,6 +70,7 @@ class RecordType {
   private:
     std::string_view name_;
     std::span<const Field> fields_;
+    std::span<const std::uint8_t> slots_;
     std::shared_ptr<void> (*make_)();
 };
 
@@ -173,6 +177,30 @@ constexpr Field makeField(std::string_view name) {
             Kind::reference};
 }
 
+inline constexpr std::uint8_t kEmptySlot = 255;
+
+/// Names of one table mostly differ in length or in one of these characters.
+constexpr std::size_t nameHash(std::string_view name) {
+    const std::size_t size = name.size();
+    if (size == 0) return 0;
+    const auto at = [&](std::size_t index) { return static_cast<std::size_t>(static_cast<unsigned char>(name[index])); };
+    return size * 131 + at(0) * 31 + at(size / 3) * 7 + at(size / 2) * 17 + at(size - 1) * 61;
+}
+
+/// Field numbers by the hash of the name; a taken slot moves on to the next.
+template <std::size_t COUNT>
+constexpr auto indexNames(const Field (&fields)[COUNT]) {
+    static_assert(COUNT < kEmptySlot);
+    std::array<std::uint8_t, std::bit_ceil(COUNT * 2)> slots{};
+    slots.fill(kEmptySlot);
+    for (std::size_t number = 0; number < COUNT; ++number) {
+        std::size_t slot = nameHash(fields[number].name) % slots.size();
+        while (slots[slot] != kEmptySlot) slot = (slot + 1) % slots.size();
+        slots[slot] = static_cast<std::uint8_t>(number);
+    }
+    return slots;
+}
+
 } // namespace detail
 
 // A field list is a macro that calls its first argument once a field; lists may contain other lists. After
@@ -192,8 +220,9 @@ constexpr Field makeField(std::string_view name) {
 #define NORVANE_TABLE(R, FIELDS)                                                                                       \
     const ::norvane::RecordType& R::type() {                                                                           \
         static constexpr ::norvane::Field fields[] = {FIELDS(NORVANE_DESCRIBE_FIELD, R)};                              \
+        static constexpr auto slots = ::norvane::detail::indexNames(fields);                                           \
         static constexpr ::norvane::RecordType table(                                                                  \
-            #R, fields, []() -> std::shared_ptr<void> { return std::make_shared<R>(); });                              \
+            #R, fields, slots, []() -> std::shared_ptr<void> { return std::make_shared<R>(); });                              \
         return table;                                                                                                  \
     }
 

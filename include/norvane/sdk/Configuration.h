@@ -1,21 +1,21 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+#include <norvane/platform/UserDefaults.h>
+#include <norvane/platform/Value.h>
+
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <norvane/platform/Result.h>
-#include <norvane/platform/UserDefaults.h>
-#include <norvane/platform/Value.h>
 
 namespace norvane {
 
 /// The suite of the kit's own settings: configuration keys, and the id of the signed-in user.
 inline constexpr std::string_view kAccountDefaultsSuite = "com.norvane.norvanesdk.accountdefaults";
 
-// Configuration keys, each with what "true" switches on and its built-in default. Values are the texts "true" and
-// "false" but for the last key's, an unsigned integer.
+// Configuration keys, each with what "true" switches on and its built-in default. Values are the texts "true"
+// and "false" but for the last key's, an unsigned integer.
 inline constexpr std::string_view NVM_SETUP_TRUE_VALUE = "true";
 inline constexpr std::string_view NVM_SETUP_FALSE_VALUE = "false";
 /// No alerts during offline signing and synchronisation. Default "false".
@@ -23,8 +23,8 @@ inline constexpr std::string_view NVM_SETUP_OFFLINE_SIGNING_HIDE_ALERTS_KEY =
     "nvm.setup.offline.signing.hide.alerts";
 /// The device's address book is never touched. Default "false".
 inline constexpr std::string_view NVM_SETUP_DISABLE_CONTACTS_USAGE_KEY = "nvm.setup.disable.contacts.usage";
-/// Switching the recipient during offline signing is not allowed. Default "true". The constant says "hide", its
-/// key does not: deliberate.
+/// Switching the recipient during offline signing is not allowed. Default "true". The constant says "hide",
+/// its key does not: deliberate.
 inline constexpr std::string_view NVM_SETUP_OFFLINE_SIGNING_HIDE_SWITCH_RECIPIENT_UI_KEY =
     "nvm.setup.offline.signing.switch.recipients.ui";
 /// Documents may be picked from cloud storage. Default "false".
@@ -71,7 +71,8 @@ const Dictionary& defaultConfigurations();
 /// The keys that have a built-in default.
 std::vector<std::string> setupConfigurationKeys();
 
-/// Stores a value of the kit's suite, or removes the key when the value is null. Texts are stored as they are.
+/// Stores a value of the kit's suite, or removes the key when the value is null. Texts are stored as they
+/// are.
 Failure nvm_setDefaults(const Value& value, std::string_view key);
 /// The same in the given defaults.
 Failure nvm_setDefault(const Value& value, std::string_view key, UserDefaults& inDefaults);

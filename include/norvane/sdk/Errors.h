@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/platform/NVMError.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <norvane/platform/NVMError.h>
 
 namespace norvane {
 
@@ -25,7 +25,8 @@ inline constexpr std::string_view NVM_DOCUMENT_EXCEEDS_LIMIT_ERROR = "document.e
 inline constexpr std::string_view NVM_DOCUMENT_GENERIC_ERROR = "document.generic.error";
 
 // Makers of the kit's errors. Each error has code 0, a description and a failure reason (an upper-case code
-// word); what some carry besides is said with them. Misspelt names, reasons and texts are the kit's vocabulary.
+// word); what some carry besides is said with them. Misspelt names, reasons and texts are the kit's
+// vocabulary.
 
 // Caching a template.
 NVMError NVM_errorTemplateImportFailed();
@@ -35,8 +36,9 @@ NVMError NVM_errorTemplateHasNoRecipients();
 NVMError NVM_errorTemplateHasUnsupportedTabTypes(const std::vector<std::string>& tabTypes,
                                                  const std::optional<std::string>& recipientName);
 /// "UnsupportedAttributes" holds the attributes, "RecipientName" the name or "(null)".
-NVMError NVM_errorTemplateHasInvalidOfflineRecipientAttributes(
-    const std::vector<std::string>& attributes, const std::optional<std::string>& recipientName);
+NVMError
+NVM_errorTemplateHasInvalidOfflineRecipientAttributes(const std::vector<std::string>& attributes,
+                                                      const std::optional<std::string>& recipientName);
 /// "UnsupportedAttributes" holds the attributes, "RecipientName" the name or "(null)".
 NVMError NVM_errorTemplateHasInvalidRecipientTabAttributes(const std::vector<std::string>& attributes,
                                                            const std::optional<std::string>& recipientName);
@@ -73,8 +75,8 @@ NVMError NVM_errorTemplateHasInvalidFormula(const std::optional<std::string>& fo
 NVMError NVM_errorTemplateWithInvalidRecipientsForRoleName(const std::optional<std::string>& roleName);
 NVMError NVM_errorTemplateCannotRemoveRecipient();
 /// "tabLabels" holds the labels joined by ", ", or "-no-tab-labels-or-ids-found-" when there are none.
-NVMError NVM_errorEnvelopeHasInvalidDefaultsForTabLabels(
-    const std::optional<std::vector<std::string>>& tabLabels);
+NVMError
+NVM_errorEnvelopeHasInvalidDefaultsForTabLabels(const std::optional<std::vector<std::string>>& tabLabels);
 
 // Set-up and sign-in.
 NVMError NVM_errorUserNotLoggedIn();

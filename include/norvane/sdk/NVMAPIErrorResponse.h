@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/platform/NVMError.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include <norvane/platform/NVMError.h>
 
 namespace norvane {
 
@@ -21,7 +21,8 @@ struct NVMAPIErrorResponse {
 
     NVMAPIErrorResponse() = default;
     NVMAPIErrorResponse(std::string code, std::string text)
-        : errorCode(std::move(code)), message(std::move(text)) {}
+        : errorCode(std::move(code))
+        , message(std::move(text)) {}
     /// Reads "errorCode" and "message"; what is missing or no text stays absent.
     explicit NVMAPIErrorResponse(const Dictionary& dictionary);
 

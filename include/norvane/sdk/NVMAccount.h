@@ -1,14 +1,14 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+#include <norvane/platform/Url.h>
+#include <norvane/platform/Value.h>
+
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-
-#include <norvane/platform/Result.h>
-#include <norvane/platform/Url.h>
-#include <norvane/platform/Value.h>
 
 namespace norvane {
 
@@ -21,8 +21,8 @@ inline constexpr NVMAuthenticationMethod NVMAuthenticationMethodNone = 0;
 inline constexpr NVMAuthenticationMethod NVMAuthenticationMethodApiPassword = 1;
 inline constexpr NVMAuthenticationMethod NVMAuthenticationMethodAccessToken = 2;
 
-/// The signed-in account. It lives in the credential store and is read when needed (see `NVMCredentials`); nothing
-/// keeps one across calls. Its secrets are overwritten when it goes.
+/// The signed-in account. It lives in the credential store and is read when needed (see `NVMCredentials`);
+/// nothing keeps one across calls. Its secrets are overwritten when it goes.
 struct NVMAccount : std::enable_shared_from_this<NVMAccount> {
     using Text = std::optional<std::string>;
     /// Called exactly once, where the service's answer arrives, with the service's error or nothing.
@@ -52,17 +52,18 @@ struct NVMAccount : std::enable_shared_from_this<NVMAccount> {
     /// Method 0: such an account cannot be stored.
     static std::shared_ptr<NVMAccount> withUserId(Text userId, Text userName, Text email, Text accountId,
                                                   std::optional<Url> host, Text integratorKey);
-    static std::shared_ptr<NVMAccount> withAccessToken(Text accessToken, Text userId, Text userName, Text email,
-                                                       Text accountId, std::optional<Url> host,
+    static std::shared_ptr<NVMAccount> withAccessToken(Text accessToken, Text userId, Text userName,
+                                                       Text email, Text accountId, std::optional<Url> host,
                                                        Text integratorKey);
-    static std::shared_ptr<NVMAccount> withApiPassword(Text apiPassword, Text userId, Text userName, Text email,
-                                                       Text accountId, std::optional<Url> host,
+    static std::shared_ptr<NVMAccount> withApiPassword(Text apiPassword, Text userId, Text userName,
+                                                       Text email, Text accountId, std::optional<Url> host,
                                                        Text integratorKey);
     /// The same as `withApiPassword`.
     static std::shared_ptr<NVMAccount> withUserId(Text userId, Text userName, Text email, Text apiPassword,
-                                                  Text accountId, std::optional<Url> host, Text integratorKey);
-    /// The first of the login accounts, with the record's API password; fields stay absent where the record, or
-    /// a null one, has nothing.
+                                                  Text accountId, std::optional<Url> host,
+                                                  Text integratorKey);
+    /// The first of the login accounts, with the record's API password; fields stay absent where the record,
+    /// or a null one, has nothing.
     static std::shared_ptr<NVMAccount> withAccountInfo(const NVESLoginInformation* accountInfo,
                                                        std::optional<Url> host, Text integratorKey);
 
@@ -73,7 +74,8 @@ struct NVMAccount : std::enable_shared_from_this<NVMAccount> {
 
     /// "<accountId>+<userId>"; nothing when either is absent.
     Text membershipId() const;
-    /// Whether user name and e-mail equal the given ones, ignoring case and diacritics. An absent text equals none.
+    /// Whether user name and e-mail equal the given ones, ignoring case and diacritics. An absent text equals
+    /// none.
     bool caseInsensitivelyMatchesName(const Text& name, const Text& andEmail) const;
     /// The same for the recipient's name and e-mail; false for kinds that have none.
     bool caseInsensitivelyMatchesNameAndEmailOfRecipient(const NVMRecipient& recipient) const;
@@ -86,8 +88,8 @@ struct NVMAccount : std::enable_shared_from_this<NVMAccount> {
     void syncAccountSettingsWithCompletion(Completion completion);
     void syncUserSettingsWithCompletion(Completion completion);
     void syncConsumerDisclosureWithCompletion(Completion completion);
-    /// All of the above, the disclosure only when the fetched settings allow offline sending. The error is that
-    /// of whichever fetch ended last: a later success clears an earlier error, deliberately.
+    /// All of the above, the disclosure only when the fetched settings allow offline sending. The error is
+    /// that of whichever fetch ended last: a later success clears an earlier error, deliberately.
     void syncAdditionalDataWithCompletion(Completion completion);
 };
 

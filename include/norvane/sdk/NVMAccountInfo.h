@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include <norvane/platform/Url.h>
 #include <norvane/sdk/NVMAccount.h>
+
+#include <optional>
+#include <string>
 
 namespace norvane {
 

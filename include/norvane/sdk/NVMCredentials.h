@@ -1,13 +1,13 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+#include <norvane/sdk/NVMAccount.h>
+
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <norvane/platform/Result.h>
-#include <norvane/sdk/NVMAccount.h>
 
 namespace norvane {
 
@@ -18,20 +18,20 @@ struct CredentialQuery {
     friend bool operator==(const CredentialQuery&, const CredentialQuery&) = default;
 };
 
-/// Owner of the stored credentials: one credential-store item a field, under the signed-in user's id, which itself
-/// is kept in the kit's defaults. Any thread may call; calls block on the credential store, and one store, read or
-/// clearing is never seen half done by another.
+/// Owner of the stored credentials: one credential-store item a field, under the signed-in user's id, which
+/// itself is kept in the kit's defaults. Any thread may call; calls block on the credential store, and one
+/// store, read or clearing is never seen half done by another.
 class NVMCredentials {
   public:
     NVMCredentials() = delete;
 
     /// The stored account; null when none is stored, or a required item cannot be read.
     static std::shared_ptr<NVMAccount> primaryCredentials();
-    /// Stores the account, wiping another user's items first. An error names the fields that could not be saved;
-    /// the credentials are cleared then. An account of method 0 is never stored.
+    /// Stores the account, wiping another user's items first. An error names the fields that could not be
+    /// saved; the credentials are cleared then. An account of method 0 is never stored.
     static Failure persistCredentialsForAccount(const NVMAccount& account);
-    /// Deletes the items that sign in. The account name, both settings, the disclosure, its id and the user id
-    /// stay, deliberately, until the next account is stored over them.
+    /// Deletes the items that sign in. The account name, both settings, the disclosure, its id and the user
+    /// id stay, deliberately, until the next account is stored over them.
     static void clearCredentials();
 
     /// The user whose items are stored.

@@ -8,8 +8,7 @@ struct NVESErrorDetails;
 
 /// What the service found wrong with one record of an envelope; kept with the envelope.
 // clang-format off: a field list is a table.
-#define NVM_ERROR_DETAILS_FIELDS(FIELD, R) \
-    FIELD(R, Text, errorCode) FIELD(R, Text, message)
+#define NVM_ERROR_DETAILS_FIELDS(FIELD, R) FIELD(R, Text, errorCode) FIELD(R, Text, message)
 // clang-format on
 struct NVMErrorDetails {
     NORVANE_RECORD(NVMErrorDetails, NVM_ERROR_DETAILS_FIELDS)

@@ -8,9 +8,10 @@ struct NVESUserInfo;
 
 /// A user of the service: the sender of an envelope, a member of a signing group. Copying is field by field.
 // clang-format off: a field list is a table.
-#define NVM_USER_INFO_FIELDS(FIELD, R) \
-    FIELD(R, Text, userName) FIELD(R, Text, email) FIELD(R, Text, userId) FIELD(R, Text, userType) \
-    FIELD(R, Text, userStatus) FIELD(R, Text, uri)
+#define NVM_USER_INFO_FIELDS(FIELD, R)                                                                       \
+    FIELD(R, Text, userName)                                                                                 \
+    FIELD(R, Text, email) FIELD(R, Text, userId) FIELD(R, Text, userType) FIELD(R, Text, userStatus)         \
+        FIELD(R, Text, uri)
 // clang-format on
 struct NVMUserInfo {
     NORVANE_RECORD(NVMUserInfo, NVM_USER_INFO_FIELDS)

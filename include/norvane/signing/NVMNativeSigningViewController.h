@@ -28,7 +28,7 @@ struct NVMTab;
 class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNativeSigningViewController> {
   public:
     /// How a signing ended: the envelope's transaction id once it is cached, else why it is not. A signing that
-    /// the person discarded ends with the domain "user.cancelled" of `cancelledError`.
+    /// the person discarded ends with `cancelledError`.
     using Completion = std::function<void(Result<std::string>)>;
 
     /// Makes the screen's controller. An error when the envelope has no combined document or that is no PDF. The
@@ -63,8 +63,8 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     std::vector<std::shared_ptr<NVMTab>> remainingRequiredTags() const;
     /// "Signing.NextField" or "General.Finish", localised.
     std::string finishButtonTitle() const;
-    /// The combined PDF with every annotation as it looks now.
-    Result<Data> documentWithAnnotations() const;
+    /// What the discard sheet's action does: the signing ends as cancelled, its files go.
+    void exitNativeSigning();
 
     static NVMError cancelledError();
 
@@ -105,7 +105,6 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     void finishWithMessage(const std::string& titleKey);
     void finishEnvelope();
     void envelopeWasCached(const std::optional<NVMError>& error);
-    void exitNativeSigning();
     void presentDiscardSheet();
     void end(Result<std::string> outcome);
 

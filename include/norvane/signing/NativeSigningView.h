@@ -31,6 +31,8 @@ class NativeSigningView {
     virtual void showSigners(const std::vector<std::shared_ptr<NVMRecipient>>& signers) = 0;
     /// Answered by `consumerDisclosureControllerConsented` or `consumerDisclosureControllerCancelled`.
     virtual void showConsumerDisclosure(const ConsumerDisclosure& disclosure) = 0;
+    /// Whose turn it is has been told and has agreed: the recipient's fields may be filled in now.
+    virtual void beginSigning(const std::shared_ptr<NVMRecipient>& recipient) = 0;
     /// Answered by `signatureCaptureDidFinishWithSignature`, `...WithInitials` or `signatureCaptureCanceled`.
     virtual void showSignatureCapture(bool initials) = 0;
     /// An in-place editor over the annotation; each change goes to `textViewDidChange`.

@@ -12,7 +12,7 @@ namespace norvane {
 
 /// A field of a document.
 struct NVMCDNameValue : NVMManagedObject {
-    NORVANE_RECORD(NVMCDNameValue, NVMCD_NAME_VALUE_FIELDS)
+    NVMCD_ENTITY(NVMCDNameValue, NVMCD_NAME_VALUE_FIELDS)
 };
 
 #define NVMCD_DOCUMENT_FIELDS(FIELD, R) \
@@ -27,7 +27,7 @@ struct NVMCDNameValue : NVMManagedObject {
 /// One document. Its bytes are a file: `sandboxFilePath` and `filePath` are relative to the documents folder.
 /// `_sha256` is the lower-case hexadecimal digest of the file from the moment it was written.
 struct NVMCDDocument : NVMManagedObject {
-    NORVANE_RECORD(NVMCDDocument, NVMCD_DOCUMENT_FIELDS)
+    NVMCD_ENTITY(NVMCDDocument, NVMCD_DOCUMENT_FIELDS)
 };
 
 } // namespace norvane

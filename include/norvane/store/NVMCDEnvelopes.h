@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include <norvane/store/NVMCDDocuments.h>
 #include <norvane/store/NVMCDRecipients.h>
 #include <norvane/store/NVMCDSettings.h>
@@ -10,6 +14,8 @@
 // clang-format off: a field list is a table.
 namespace norvane {
 
+class ManagedObjectContext;
+
 #define NVMCD_TEMPLATE_ROLE_FIELDS(FIELD, R) \
     FIELD(R, Text, email) FIELD(R, Text, roleName) FIELD(R, Text, name) FIELD(R, Number, signingGroupId) \
     FIELD(R, Text, inPersonSignerName) FIELD(R, Text, clientUserId) \
@@ -19,7 +25,7 @@ namespace norvane {
 
 /// A role of a template, filled.
 struct NVMCDTemplateRole : NVMManagedObject {
-    NORVANE_RECORD(NVMCDTemplateRole, NVMCD_TEMPLATE_ROLE_FIELDS)
+    NVMCD_ENTITY(NVMCDTemplateRole, NVMCD_TEMPLATE_ROLE_FIELDS)
 };
 
 #define NVMCD_ENVELOPE_DEFINITION_FIELDS(FIELD, R) \
@@ -53,7 +59,23 @@ struct NVMCDTemplateRole : NVMManagedObject {
 /// A stored envelope: made on this device or kept from the service. `syncPending` marks one that waits for its
 /// upload; until the service answers, `envelopeId` holds the `transactionId`.
 struct NVMCDEnvelopeDefinition : NVMManagedObject {
-    NORVANE_RECORD(NVMCDEnvelopeDefinition, NVMCD_ENVELOPE_DEFINITION_FIELDS)
+    NVMCD_ENTITY(NVMCDEnvelopeDefinition, NVMCD_ENVELOPE_DEFINITION_FIELDS)
+
+    /// {"envelopeId"} when there is one, else {"transactionId"}, else nothing.
+    std::optional<Dictionary> userInfo() const;
+    std::int64_t pendingSyncRetriesCount() const;             ///< 0 when absent
+    bool isLocallyOriginatedEnvelope() const { return true; } ///< a stored envelope always answers yes
+    bool isAvailableRemotely() const { return !isLocallyOriginatedEnvelope(); }
+    /// The stored form of operations that mean something on the domain record only: they do nothing.
+    bool saveInCoreDataWithContext(ManagedObjectContext&) { return false; }
+    void incrementAndPersistPendingSyncRetryCountBy(std::int64_t) {}
+    void updateAndPersistPendingSyncRetryCount(std::int64_t) {}
+    void resetAndPersistPendingSyncRetryCount() { updateAndPersistPendingSyncRetryCount(0); }
+
+    /// Makes it wait for its upload: sent and modified now under its transaction identifier, no failures yet.
+    void saveAdditionalSynchronizationAttributesInEnvelope();
+    /// Records a failed upload; it goes on waiting. The spelling is deliberate.
+    void saveSyncFailueReason(const std::string& reason);
 };
 
 } // namespace norvane

@@ -14,7 +14,7 @@ namespace norvane {
 
 /// A user of the service.
 struct NVMCDUserInfo : NVMManagedObject {
-    NORVANE_RECORD(NVMCDUserInfo, NVMCD_USER_INFO_FIELDS)
+    NVMCD_ENTITY(NVMCDUserInfo, NVMCD_USER_INFO_FIELDS)
 };
 
 #define NVMCD_ATTACHMENT_FIELDS(FIELD, R) \
@@ -22,7 +22,7 @@ struct NVMCDUserInfo : NVMManagedObject {
 
 /// An attachment of a recipient or of an envelope.
 struct NVMCDAttachment : NVMManagedObject {
-    NORVANE_RECORD(NVMCDAttachment, NVMCD_ATTACHMENT_FIELDS)
+    NVMCD_ENTITY(NVMCDAttachment, NVMCD_ATTACHMENT_FIELDS)
 };
 
 #define NVMCD_RECIPIENT_EMAIL_NOTIFICATION_FIELDS(FIELD, R) \
@@ -30,7 +30,7 @@ struct NVMCDAttachment : NVMManagedObject {
 
 /// The mail that a recipient gets.
 struct NVMCDRecipientEmailNotification : NVMManagedObject {
-    NORVANE_RECORD(NVMCDRecipientEmailNotification, NVMCD_RECIPIENT_EMAIL_NOTIFICATION_FIELDS)
+    NVMCD_ENTITY(NVMCDRecipientEmailNotification, NVMCD_RECIPIENT_EMAIL_NOTIFICATION_FIELDS)
 };
 
 #define NVMCD_RECIPIENT_SIGNATURE_INFORMATION_FIELDS(FIELD, R) \
@@ -38,7 +38,7 @@ struct NVMCDRecipientEmailNotification : NVMManagedObject {
 
 /// How a signature is to look.
 struct NVMCDRecipientSignatureInformation : NVMManagedObject {
-    NORVANE_RECORD(NVMCDRecipientSignatureInformation, NVMCD_RECIPIENT_SIGNATURE_INFORMATION_FIELDS)
+    NVMCD_ENTITY(NVMCDRecipientSignatureInformation, NVMCD_RECIPIENT_SIGNATURE_INFORMATION_FIELDS)
 };
 
 #define NVMCD_OFFLINE_ATTRIBUTES_FIELDS(FIELD, R) \
@@ -48,7 +48,7 @@ struct NVMCDRecipientSignatureInformation : NVMManagedObject {
 
 /// Facts recorded when a recipient signs on this device.
 struct NVMCDOfflineAttributes : NVMManagedObject {
-    NORVANE_RECORD(NVMCDOfflineAttributes, NVMCD_OFFLINE_ATTRIBUTES_FIELDS)
+    NVMCD_ENTITY(NVMCDOfflineAttributes, NVMCD_OFFLINE_ATTRIBUTES_FIELDS)
 };
 
 #define NVMCD_SIGNATURE_FIELDS(FIELD, R) \
@@ -56,7 +56,7 @@ struct NVMCDOfflineAttributes : NVMManagedObject {
 
 /// What a recipient drew on this device.
 struct NVMCDSignature : NVMManagedObject {
-    NORVANE_RECORD(NVMCDSignature, NVMCD_SIGNATURE_FIELDS)
+    NVMCD_ENTITY(NVMCDSignature, NVMCD_SIGNATURE_FIELDS)
 };
 
 #define NVMCD_RECIPIENT_FIELDS(FIELD, R) \
@@ -87,7 +87,7 @@ struct NVMCDSignature : NVMManagedObject {
 
 /// A recipient of any kind; the list that holds it and `recipientType` tell which.
 struct NVMCDRecipient : NVMManagedObject {
-    NORVANE_RECORD(NVMCDRecipient, NVMCD_RECIPIENT_FIELDS)
+    NVMCD_ENTITY(NVMCDRecipient, NVMCD_RECIPIENT_FIELDS)
 };
 
 #define NVMCD_RECIPIENTS_FIELDS(FIELD, R) \
@@ -99,7 +99,7 @@ struct NVMCDRecipient : NVMManagedObject {
 
 /// The recipients of an envelope or a template, a list a kind.
 struct NVMCDRecipients : NVMManagedObject {
-    NORVANE_RECORD(NVMCDRecipients, NVMCD_RECIPIENTS_FIELDS)
+    NVMCD_ENTITY(NVMCDRecipients, NVMCD_RECIPIENTS_FIELDS)
 };
 
 } // namespace norvane

@@ -15,7 +15,7 @@ namespace norvane {
 
 /// A custom field of free text.
 struct NVMCDTextCustomField : NVMManagedObject {
-    NORVANE_RECORD(NVMCDTextCustomField, NVMCD_TEXT_CUSTOM_FIELD_FIELDS)
+    NVMCD_ENTITY(NVMCDTextCustomField, NVMCD_TEXT_CUSTOM_FIELD_FIELDS)
 };
 
 #define NVMCD_LIST_CUSTOM_FIELD_FIELDS(FIELD, R) \
@@ -24,7 +24,7 @@ struct NVMCDTextCustomField : NVMManagedObject {
 
 /// A custom field with a choice of values.
 struct NVMCDListCustomField : NVMManagedObject {
-    NORVANE_RECORD(NVMCDListCustomField, NVMCD_LIST_CUSTOM_FIELD_FIELDS)
+    NVMCD_ENTITY(NVMCDListCustomField, NVMCD_LIST_CUSTOM_FIELD_FIELDS)
 };
 
 #define NVMCD_CUSTOM_FIELDS_FIELDS(FIELD, R) \
@@ -33,7 +33,7 @@ struct NVMCDListCustomField : NVMManagedObject {
 
 /// The custom fields of an envelope or a template.
 struct NVMCDCustomFields : NVMManagedObject {
-    NORVANE_RECORD(NVMCDCustomFields, NVMCD_CUSTOM_FIELDS_FIELDS)
+    NVMCD_ENTITY(NVMCDCustomFields, NVMCD_CUSTOM_FIELDS_FIELDS)
 };
 
 #define NVMCD_BCC_EMAIL_ADDRESS_FIELDS(FIELD, R) \
@@ -41,7 +41,7 @@ struct NVMCDCustomFields : NVMManagedObject {
 
 /// The inverse column is spelled "emailSettigs", deliberately.
 struct NVMCDBCCEmailAddress : NVMManagedObject {
-    NORVANE_RECORD(NVMCDBCCEmailAddress, NVMCD_BCC_EMAIL_ADDRESS_FIELDS)
+    NVMCD_ENTITY(NVMCDBCCEmailAddress, NVMCD_BCC_EMAIL_ADDRESS_FIELDS)
 };
 
 #define NVMCD_EMAIL_SETTINGS_FIELDS(FIELD, R) \
@@ -50,7 +50,7 @@ struct NVMCDBCCEmailAddress : NVMManagedObject {
 
 /// Reply address and blind copies.
 struct NVMCDEmailSettings : NVMManagedObject {
-    NORVANE_RECORD(NVMCDEmailSettings, NVMCD_EMAIL_SETTINGS_FIELDS)
+    NVMCD_ENTITY(NVMCDEmailSettings, NVMCD_EMAIL_SETTINGS_FIELDS)
 };
 
 #define NVMCD_REMINDERS_FIELDS(FIELD, R) \
@@ -59,7 +59,7 @@ struct NVMCDEmailSettings : NVMManagedObject {
 
 /// A kind of NVMCDNotification: it carries that entity's attribute too.
 struct NVMCDReminders : NVMManagedObject {
-    NORVANE_RECORD(NVMCDReminders, NVMCD_REMINDERS_FIELDS)
+    NVMCD_ENTITY(NVMCDReminders, NVMCD_REMINDERS_FIELDS)
 };
 
 #define NVMCD_EXPIRATIONS_FIELDS(FIELD, R) \
@@ -68,7 +68,7 @@ struct NVMCDReminders : NVMManagedObject {
 
 /// A kind of NVMCDNotification: it carries that entity's attribute too.
 struct NVMCDExpirations : NVMManagedObject {
-    NORVANE_RECORD(NVMCDExpirations, NVMCD_EXPIRATIONS_FIELDS)
+    NVMCD_ENTITY(NVMCDExpirations, NVMCD_EXPIRATIONS_FIELDS)
 };
 
 #define NVMCD_NOTIFICATION_FIELDS(FIELD, R) \
@@ -77,7 +77,7 @@ struct NVMCDExpirations : NVMManagedObject {
 
 /// Reminders and expirations.
 struct NVMCDNotification : NVMManagedObject {
-    NORVANE_RECORD(NVMCDNotification, NVMCD_NOTIFICATION_FIELDS)
+    NVMCD_ENTITY(NVMCDNotification, NVMCD_NOTIFICATION_FIELDS)
 };
 
 #define NVMCD_ENVELOPE_EVENT_FIELDS(FIELD, R) \
@@ -85,7 +85,7 @@ struct NVMCDNotification : NVMManagedObject {
 
 /// An envelope status to tell of.
 struct NVMCDEnvelopeEvent : NVMManagedObject {
-    NORVANE_RECORD(NVMCDEnvelopeEvent, NVMCD_ENVELOPE_EVENT_FIELDS)
+    NVMCD_ENTITY(NVMCDEnvelopeEvent, NVMCD_ENVELOPE_EVENT_FIELDS)
 };
 
 #define NVMCD_RECIPIENT_EVENT_FIELDS(FIELD, R) \
@@ -93,7 +93,7 @@ struct NVMCDEnvelopeEvent : NVMManagedObject {
 
 /// A recipient status to tell of.
 struct NVMCDRecipientEvent : NVMManagedObject {
-    NORVANE_RECORD(NVMCDRecipientEvent, NVMCD_RECIPIENT_EVENT_FIELDS)
+    NVMCD_ENTITY(NVMCDRecipientEvent, NVMCD_RECIPIENT_EVENT_FIELDS)
 };
 
 #define NVMCD_EVENT_NOTIFICATION_FIELDS(FIELD, R) \
@@ -108,7 +108,7 @@ struct NVMCDRecipientEvent : NVMManagedObject {
 
 /// Where the service tells the sender of events.
 struct NVMCDEventNotification : NVMManagedObject {
-    NORVANE_RECORD(NVMCDEventNotification, NVMCD_EVENT_NOTIFICATION_FIELDS)
+    NVMCD_ENTITY(NVMCDEventNotification, NVMCD_EVENT_NOTIFICATION_FIELDS)
 };
 
 #define NVMCD_LOCK_INFORMATION_FIELDS(FIELD, R) \
@@ -119,7 +119,7 @@ struct NVMCDEventNotification : NVMManagedObject {
 
 /// Who edits the envelope on the service.
 struct NVMCDLockInformation : NVMManagedObject {
-    NORVANE_RECORD(NVMCDLockInformation, NVMCD_LOCK_INFORMATION_FIELDS)
+    NVMCD_ENTITY(NVMCDLockInformation, NVMCD_LOCK_INFORMATION_FIELDS)
 };
 
 } // namespace norvane

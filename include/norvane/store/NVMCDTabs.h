@@ -12,7 +12,7 @@ namespace norvane {
 
 /// Where a tab lies, in page points.
 struct NVMCDFrame : NVMManagedObject {
-    NORVANE_RECORD(NVMCDFrame, NVMCD_FRAME_FIELDS)
+    NVMCD_ENTITY(NVMCDFrame, NVMCD_FRAME_FIELDS)
 };
 
 #define NVMCD_MERGE_FIELD_FIELDS(FIELD, R) \
@@ -21,7 +21,7 @@ struct NVMCDFrame : NVMManagedObject {
 
 /// The record field behind a tab.
 struct NVMCDMergeField : NVMManagedObject {
-    NORVANE_RECORD(NVMCDMergeField, NVMCD_MERGE_FIELD_FIELDS)
+    NVMCD_ENTITY(NVMCDMergeField, NVMCD_MERGE_FIELD_FIELDS)
 };
 
 #define NVMCD_ERROR_DETAILS_FIELDS(FIELD, R) \
@@ -29,7 +29,7 @@ struct NVMCDMergeField : NVMManagedObject {
 
 /// The service's objection to a record.
 struct NVMCDErrorDetails : NVMManagedObject {
-    NORVANE_RECORD(NVMCDErrorDetails, NVMCD_ERROR_DETAILS_FIELDS)
+    NVMCD_ENTITY(NVMCDErrorDetails, NVMCD_ERROR_DETAILS_FIELDS)
 };
 
 #define NVMCD_TAB_IMAGE_DATA_FIELDS(FIELD, R) \
@@ -37,7 +37,7 @@ struct NVMCDErrorDetails : NVMManagedObject {
 
 /// The bytes of an image.
 struct NVMCDTabImageData : NVMManagedObject {
-    NORVANE_RECORD(NVMCDTabImageData, NVMCD_TAB_IMAGE_DATA_FIELDS)
+    NVMCD_ENTITY(NVMCDTabImageData, NVMCD_TAB_IMAGE_DATA_FIELDS)
 };
 
 #define NVMCD_TAB_FIELDS(FIELD, R) \
@@ -62,7 +62,7 @@ struct NVMCDTabImageData : NVMManagedObject {
 
 /// A tab of any kind; `type_` tells which.
 struct NVMCDTab : NVMManagedObject {
-    NORVANE_RECORD(NVMCDTab, NVMCD_TAB_FIELDS)
+    NVMCD_ENTITY(NVMCDTab, NVMCD_TAB_FIELDS)
 };
 
 #define NVMCD_RADIO_GROUP_FIELDS(FIELD, R) \
@@ -73,7 +73,7 @@ struct NVMCDTab : NVMManagedObject {
 
 /// A named group of radio tabs.
 struct NVMCDRadioGroup : NVMManagedObject {
-    NORVANE_RECORD(NVMCDRadioGroup, NVMCD_RADIO_GROUP_FIELDS)
+    NVMCD_ENTITY(NVMCDRadioGroup, NVMCD_RADIO_GROUP_FIELDS)
 };
 
 #define NVMCD_TABS_FIELDS(FIELD, R) \
@@ -85,7 +85,7 @@ struct NVMCDRadioGroup : NVMManagedObject {
 
 /// The tabs of one recipient or template role, a list a kind.
 struct NVMCDTabs : NVMManagedObject {
-    NORVANE_RECORD(NVMCDTabs, NVMCD_TABS_FIELDS)
+    NVMCD_ENTITY(NVMCDTabs, NVMCD_TABS_FIELDS)
 };
 
 } // namespace norvane

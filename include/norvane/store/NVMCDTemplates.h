@@ -20,7 +20,7 @@ namespace norvane {
 
 /// A template's catalogue data.
 struct NVMCDEnvelopeTemplateDefinition : NVMManagedObject {
-    NORVANE_RECORD(NVMCDEnvelopeTemplateDefinition, NVMCD_ENVELOPE_TEMPLATE_DEFINITION_FIELDS)
+    NVMCD_ENTITY(NVMCDEnvelopeTemplateDefinition, NVMCD_ENVELOPE_TEMPLATE_DEFINITION_FIELDS)
 };
 
 #define NVMCD_ENVELOPE_TEMPLATE_FIELDS(FIELD, R) \
@@ -46,7 +46,7 @@ struct NVMCDEnvelopeTemplateDefinition : NVMManagedObject {
 
 /// A downloaded template. `useDisclosure` is a text here and a number on the envelope, deliberately.
 struct NVMCDEnvelopeTemplate : NVMManagedObject {
-    NORVANE_RECORD(NVMCDEnvelopeTemplate, NVMCD_ENVELOPE_TEMPLATE_FIELDS)
+    NVMCD_ENTITY(NVMCDEnvelopeTemplate, NVMCD_ENVELOPE_TEMPLATE_FIELDS)
 };
 
 } // namespace norvane

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <norvane/record/Record.h>
+#include <norvane/store/FetchRequest.h>
 
 namespace norvane {
 
@@ -23,6 +24,11 @@ struct ManagedObjectID {
 struct NVMManagedObject {
     ManagedObjectID objectID;
 };
+
+/// The members of an entity: its fields, its table, and a request for all of its rows.
+#define NVMCD_ENTITY(R, FIELDS)                                                                                \
+    NORVANE_RECORD(R, FIELDS)                                                                                  \
+    static ::norvane::FetchRequest fetchRequest() { return ::norvane::FetchRequest(type()); }
 
 } // namespace norvane
 

@@ -5,24 +5,26 @@
 
 #include <norvane/platform/Result.h>
 
+#include "src/platform/FileDescriptor.h"
+
 namespace norvane {
 
 /// A fresh file that only its owner may read. It is removed again unless it is kept.
 class DownloadFile {
   public:
-    /// Errors carry errno as their code, in the domain of file errors.
+    /// Errors are those of files: the code is errno.
     static Result<DownloadFile> create(const std::filesystem::path& folder);
-    DownloadFile(DownloadFile&& other) noexcept;
+    DownloadFile(DownloadFile&&) noexcept = default;
     DownloadFile& operator=(DownloadFile&&) = delete;
     ~DownloadFile();
 
     Failure append(const char* bytes, std::size_t size);
     /// Closes the file and leaves it to the caller.
-    Result<std::filesystem::path> keep();
+    std::filesystem::path keep();
 
   private:
-    DownloadFile(int descriptor, std::filesystem::path path);
-    int descriptor_;
+    DownloadFile(FileDescriptor file, std::filesystem::path path);
+    FileDescriptor file_;
     std::filesystem::path path_;
 };
 

@@ -158,9 +158,7 @@ Result<HttpResponse> Transfer::answer() {
     response_.body = Data(std::move(received_));
     if (!downloadFolder_ || response_.status / 100 != 2) return std::move(response_);
     if (!file_ && !takeIntoFile(nullptr, 0)) return *failure_;
-    auto path = file_->keep();
-    if (!path) return error(TransportError::FileError, path.error().localizedDescription());
-    response_.file = std::move(*path);
+    response_.file = file_->keep();
     return std::move(response_);
 }
 
@@ -168,6 +166,12 @@ NVMError Transfer::error(TransportError cause, std::string description) const {
     Dictionary facts = evidence(request_.url);
     facts.emplace(kTransportRequestSentKey, mayHaveBeenSent());
     return transportError(cause, std::move(description), std::move(facts));
+}
+
+NVMError Transfer::fileFailure(std::string description, const NVMError& cause) const {
+    NVMError failure = error(TransportError::FileError, std::move(description));
+    failure.userInfo.emplace(kUnderlyingErrorKey, Value::object(std::make_shared<const NVMError>(cause)));
+    return failure;
 }
 
 /// Only a request of which bytes are certainly missing counts as not sent.
@@ -185,9 +189,7 @@ std::size_t Transfer::supply(char* buffer, std::size_t capacity) {
     if (wanted == 0) return 0;
     const auto count = request_.body->read(buffer, wanted);
     if (!count) {
-        failure_ = error(TransportError::FileError, count.error().localizedDescription());
-        failure_->userInfo.emplace(kUnderlyingErrorKey,
-                                   Value::object(std::make_shared<const NVMError>(count.error())));
+        failure_ = fileFailure("The data to send could not be read.", count.error());
         return CURL_READFUNC_ABORT;
     }
     if (*count == 0 || *count > wanted) {
@@ -238,7 +240,7 @@ bool Transfer::takeIntoFile(const char* bytes, std::size_t size) {
         else problem = created.error();
     }
     if (file_ && size > 0) problem = file_->append(bytes, size);
-    if (problem) failure_ = error(TransportError::FileError, problem->localizedDescription());
+    if (problem) failure_ = fileFailure("The download could not be saved. Check the free space.", *problem);
     return !problem;
 }
 

@@ -52,6 +52,7 @@ class Transfer {
     bool takeBody(const char* bytes, std::size_t size);
     bool takeIntoFile(const char* bytes, std::size_t size);
     Result<HttpResponse> answer();
+    NVMError fileFailure(std::string description, const NVMError& cause) const;
     bool mayHaveBeenSent() const;
     std::int64_t moved() const;
 

@@ -1,6 +1,8 @@
 #include "src/platform/http/TransferLoop.h"
 
 #include <algorithm>
+#include <csignal>
+#include <iterator>
 
 #include <norvane/platform/NVMException.h>
 
@@ -22,6 +24,13 @@ CURLM* makeMulti() {
     curl_multi_setopt(multi, CURLMOPT_PIPELINING, long{CURLPIPE_NOTHING});
     curl_multi_setopt(multi, CURLMOPT_MAXCONNECTS, long{kMaxActive});
     return multi;
+}
+
+/// OpenSSL writes to sockets whose other end has gone, which must not end the host by SIGPIPE.
+void blockSignals() {
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, nullptr);
 }
 
 NVMError shutdownError(const Transfer& transfer) {
@@ -60,6 +69,7 @@ void TransferLoop::stop() {
 }
 
 void TransferLoop::run() {
+    blockSignals();
     while (takeSubmitted()) {
         startWaiting();
         int running = 0;
@@ -89,11 +99,12 @@ void TransferLoop::startWaiting() {
 }
 
 void TransferLoop::start(Job job) {
-    auto trust = Trust::of(job.transfer->request().certificates);
+    const HttpRequest& request = job.transfer->request();
+    auto trust = Trust::of(request.certificates);
     if (!trust) return job.done(trust.error());
     job.lane = laneFor(std::move(*trust));
     CURL* const handle = job.lane->take();
-    if (!handle) return job.done(shutdownError(*job.transfer));
+    if (!handle) return job.done(curlError(CURLE_OUT_OF_MEMORY, 0, {}, evidence(request.url)));
     job.transfer->begin(handle, Transfer::Clock::now());
     curl_multi_add_handle(multi_, handle);
     active_.push_back(std::move(job));

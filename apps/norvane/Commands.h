@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Kit.h"
+
+namespace CLI {
+class App;
+}
+
+namespace norvane::cli {
+
+/// What the commands share: the options, and the exit status that the chosen one leaves.
+struct Context {
+    GlobalOptions options;
+    Exit exit = Exit::Done;
+
+    Output output() const { return Output(options.json); }
+    /// Reports the error, if there is one; answers whether there was.
+    bool failed(const Failure& failure) {
+        if (failure) exit = output().error(*failure);
+        return failure.has_value();
+    }
+};
+
+void addAccountCommands(CLI::App& program, Context& context);
+void addTemplateCommands(CLI::App& program, Context& context);
+void addSignCommand(CLI::App& program, Context& context);
+void addEnvelopeCommands(CLI::App& program, Context& context);
+void addConfigCommands(CLI::App& program, Context& context);
+
+} // namespace norvane::cli

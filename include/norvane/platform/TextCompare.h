@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace norvane {
+
+// Comparison of texts as a reader sees them. Texts are UTF-8; what is ill-formed counts as U+FFFD. Any thread.
+
+enum class Diacritics { Regard, Ignore };
+
+/// Whether two texts are the same ignoring case, and diacritics when asked to: "JOSÉ" is "josé", and with
+/// `Ignore` also "Jose"; "STRASSE" is "straße". The rules of no particular language.
+bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics = Diacritics::Regard);
+/// An absent text equals nothing, not even another absent one.
+bool foldedEqual(const std::optional<std::string>& a, const std::optional<std::string>& b,
+                 Diacritics diacritics = Diacritics::Regard);
+
+/// The text without white space and line breaks at both ends: Unicode's separators, the tab, U+000A to U+000D,
+/// U+0085.
+std::string_view trimmed(std::string_view text);
+/// Whether nothing is left of the text by `trimmed`; an absent one is blank.
+bool isBlank(const std::optional<std::string>& text);
+
+/// The number of code points.
+std::size_t codePointLength(std::string_view text);
+
+} // namespace norvane

@@ -1,0 +1,21 @@
+#pragma once
+
+namespace norvane {
+
+// The two flags that say how far the kit is: set up, and signed in. Both are false when the process starts.
+// Any thread may read them. Writes run one after another on the serial queue
+// "com.norvane.mobile.sdk.manager.setup-login.queue" and return when done, so none may be made from inside
+// it.
+
+bool setupSuccessful();
+bool loginSuccessful();
+
+void NVM_setupSuccessful(bool successful);
+void NVM_loginSuccessful(bool successful);
+/// True lowers both flags; false leaves them as they are.
+void NVM_clearCredentialsAndCachedTemplatesSuccessful(bool successful);
+
+/// The gate of every public template and envelope operation: set up and signed in.
+bool NVM_isSetupAndLoginSuccessful();
+
+} // namespace norvane

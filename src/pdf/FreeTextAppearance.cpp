@@ -1,0 +1,110 @@
+#include "src/pdf/FreeTextAppearance.h"
+
+#include <algorithm>
+
+#include "src/pdf/HelveticaWidths.h"
+
+namespace norvane {
+namespace {
+
+QPDFObjectHandle numbers(std::initializer_list<double> values) {
+    QPDFObjectHandle array = QPDFObjectHandle::newArray();
+    for (const double value : values) array.appendItem(QPDFObjectHandle::newReal(value, 4, true));
+    return array;
+}
+
+/// The font with its widths spelled out, so that a stand-in for it keeps the same spacing.
+QPDFObjectHandle helveticaOf(PdfDocument::State& document) {
+    if (document.helvetica.isInitialized()) return document.helvetica;
+    QPDFObjectHandle widths = QPDFObjectHandle::newArray();
+    for (int code = kFirstHelveticaCode; code <= kLastHelveticaCode; ++code)
+        widths.appendItem(QPDFObjectHandle::newInteger(helveticaWidth(static_cast<unsigned char>(code))));
+    QPDFObjectHandle font = QPDFObjectHandle::parse(
+        "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding "
+        "/FirstChar 32 /LastChar 255 /FontDescriptor << /Type /FontDescriptor /FontName /Helvetica "
+        "/Flags 32 /FontBBox [ -166 -225 1000 931 ] /ItalicAngle 0 /Ascent 718 /Descent -207 "
+        "/CapHeight 718 /StemV 88 >> >>");
+    font.replaceKey("/Widths", widths);
+    QPDFObjectHandle descriptor = document.qpdf->makeIndirectObject(font.getKey("/FontDescriptor"));
+    font.replaceKey("/FontDescriptor", descriptor);
+    document.helvetica = document.qpdf->makeIndirectObject(font);
+    return document.helvetica;
+}
+
+void drawBox(ContentStream& content, const PdfAnnotation::State& state, const Size& size) {
+    const double line = std::min({state.border.width, size.width, size.height});
+    const Rect box{line / 2, line / 2, size.width - line, size.height - line};
+    const double radiusX = std::min(state.border.horizontalCornerRadius, box.width / 2);
+    const double radiusY = std::min(state.border.verticalCornerRadius, box.height / 2);
+    content.save();
+    content.fillColor(state.fillColor);
+    content.strokeColor(state.lineColor);
+    content.number(line).op("w");
+    content.roundedRectangle(box, radiusX, radiusY);
+    content.op(line > 0 ? "B" : "f");
+    content.restore();
+}
+
+/// Returns whether the text needs the font resource.
+bool drawText(ContentStream& content, const PdfAnnotation::State& state, const Size& size,
+              const std::string& contents) {
+    const std::string text = shownText(contents);
+    if (text.empty()) return false;
+    const double border = state.border.width;
+    const Rect inner{kTextInset, border, size.width - 2 * kTextInset, size.height - 2 * border};
+    const auto face = faceFor(text);
+    const TextLayout layout =
+        layOut(text, *face, state.fontSize, std::max(inner.width, 1.0), std::max(inner.height, 1.0));
+
+    const double lineHeight = layout.fontSize * TextFace::kLineHeight;
+    const double used = static_cast<double>(layout.lines.size()) * lineHeight;
+    const double top = inner.y + inner.height - std::max(0.0, (inner.height - used) / 2);
+    double baseline = top - layout.fontSize * (TextFace::kAscent + TextFace::kLineHeight - 1);
+    content.save();
+    content.rectangle({border, border, size.width - 2 * border, size.height - 2 * border});
+    content.op("W n");
+    content.fillColor(state.textColor);
+    for (const std::string& line : layout.lines) {
+        if (!line.empty()) face->show(content, line, inner.x, baseline, layout.fontSize);
+        baseline -= lineHeight;
+    }
+    content.restore();
+    return face->usesHelvetica();
+}
+
+void writeEntries(PdfAnnotation::State& state) {
+    const Color& fill = state.fillColor;
+    state.object.replaceKey("/C", numbers({fill.red, fill.green, fill.blue}));
+    QPDFObjectHandle border = QPDFObjectHandle::parse("<< /Type /Border /S /S >>");
+    border.replaceKey("/W", QPDFObjectHandle::newReal(state.border.width, 4, true));
+    state.object.replaceKey("/BS", border);
+    state.object.replaceKey("/Border", numbers({state.border.horizontalCornerRadius,
+                                                state.border.verticalCornerRadius, state.border.width}));
+    ContentStream appearance;
+    appearance.strokeColor(state.lineColor);
+    appearance.fillColor(state.textColor);
+    appearance.raw("/Helv ");
+    appearance.number(state.fontSize).op("Tf");
+    state.object.replaceKey("/DA", QPDFObjectHandle::newString(appearance.text()));
+}
+
+} // namespace
+
+void drawFreeText(PdfAnnotation::State& state, const std::string& contents) {
+    const PdfRect rect = state.rect.normalized();
+    const Size size{rect.x2 - rect.x1, rect.y2 - rect.y1};
+    ContentStream content;
+    QPDFObjectHandle resources = QPDFObjectHandle::newDictionary();
+    if (size.width > 0 && size.height > 0) {
+        drawBox(content, state, size);
+        if (drawText(content, state, size, contents)) {
+            QPDFObjectHandle fonts = QPDFObjectHandle::newDictionary();
+            fonts.replaceKey("/Helv", helveticaOf(*state.document));
+            resources.replaceKey("/Font", fonts);
+        }
+    }
+    writeEntries(state);
+    state.setAppearance(content.text(), {0, 0, size.width, size.height}, resources);
+}
+
+} // namespace norvane

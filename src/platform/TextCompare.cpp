@@ -1,0 +1,89 @@
+#include <norvane/platform/TextCompare.h>
+
+#include <norvane/platform/NVMException.h>
+
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+#include <unicode/utf8.h>
+
+namespace norvane {
+namespace {
+
+const icu::Normalizer2& decomposer() {
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Normalizer2* normalizer = icu::Normalizer2::getNFDInstance(status);
+    if (U_FAILURE(status)) throw NVMException("TextCompare", "Unicode data is missing.");
+    return *normalizer;
+}
+
+icu::UnicodeString decomposed(const icu::UnicodeString& text) {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::UnicodeString result = decomposer().normalize(text, status);
+    return U_SUCCESS(status) ? result : text;
+}
+
+icu::UnicodeString withoutMarks(const icu::UnicodeString& text) {
+    icu::UnicodeString result;
+    for (std::int32_t index = 0; index < text.length(); index = text.moveIndex32(index, 1)) {
+        const UChar32 character = text.char32At(index);
+        if (u_charType(character) != U_NON_SPACING_MARK) result.append(character);
+    }
+    return result;
+}
+
+icu::UnicodeString folded(std::string_view text, Diacritics diacritics) {
+    icu::UnicodeString result =
+        icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+    result.foldCase(U_FOLD_CASE_DEFAULT);
+    result = decomposed(result);
+    if (diacritics == Diacritics::Ignore) result = withoutMarks(result);
+    // Decomposing can uncover letters that fold once more.
+    return decomposed(result.foldCase(U_FOLD_CASE_DEFAULT));
+}
+
+bool isSpace(UChar32 character) {
+    return character == '\t' || (character >= 0x0A && character <= 0x0D) || character == 0x85 ||
+           (U_GET_GC_MASK(character) & U_GC_Z_MASK) != 0;
+}
+
+} // namespace
+
+bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics) {
+    return a == b || folded(a, diacritics) == folded(b, diacritics);
+}
+
+bool foldedEqual(const std::optional<std::string>& a, const std::optional<std::string>& b,
+                 Diacritics diacritics) {
+    return a && b && foldedEqual(std::string_view(*a), std::string_view(*b), diacritics);
+}
+
+std::string_view trimmed(std::string_view text) {
+    std::size_t begin = 0;
+    std::size_t end = text.size();
+    while (begin < end) {
+        std::size_t next = begin;
+        UChar32 character = 0;
+        U8_NEXT(text.data(), next, end, character);
+        if (!isSpace(character)) break;
+        begin = next;
+    }
+    while (end > begin) {
+        std::size_t previous = end;
+        UChar32 character = 0;
+        U8_PREV(text.data(), begin, previous, character);
+        if (!isSpace(character)) break;
+        end = previous;
+    }
+    return text.substr(begin, end - begin);
+}
+
+bool isBlank(const std::optional<std::string>& text) { return !text || trimmed(*text).empty(); }
+
+std::size_t codePointLength(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t index = 0; index < text.size(); ++count) U8_FWD_1(text.data(), index, text.size());
+    return count;
+}
+
+} // namespace norvane

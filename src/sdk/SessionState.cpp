@@ -1,0 +1,42 @@
+#include <norvane/platform/Platform.h>
+#include <norvane/sdk/SessionState.h>
+
+#include <atomic>
+
+namespace norvane {
+namespace {
+
+std::atomic<bool> isSetup{false};
+std::atomic<bool> isSignedIn{false};
+
+TaskQueue& setupLoginStateSetterQueue() {
+    static const std::shared_ptr<TaskQueue> queue =
+        Platform::current().executors->makeSerialQueue("com.norvane.mobile.sdk.manager.setup-login.queue");
+    return *queue;
+}
+
+} // namespace
+
+bool setupSuccessful() { return isSetup; }
+
+bool loginSuccessful() { return isSignedIn; }
+
+void NVM_setupSuccessful(bool successful) {
+    setupLoginStateSetterQueue().sync([successful] { isSetup = successful; });
+}
+
+void NVM_loginSuccessful(bool successful) {
+    setupLoginStateSetterQueue().sync([successful] { isSignedIn = successful; });
+}
+
+void NVM_clearCredentialsAndCachedTemplatesSuccessful(bool successful) {
+    if (!successful) return;
+    setupLoginStateSetterQueue().sync([] {
+        isSetup = false;
+        isSignedIn = false;
+    });
+}
+
+bool NVM_isSetupAndLoginSuccessful() { return isSetup && isSignedIn; }
+
+} // namespace norvane
