@@ -1,4 +1,5 @@
-# Everything comes from the system's packages; nothing is fetched at configure time.
+# What the library "norvane" stands on: everything comes from the system's packages, nothing is fetched. Installed
+# too, for the programs that link the library.
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 find_package(OpenSSL REQUIRED)
@@ -10,13 +11,7 @@ find_package(PNG REQUIRED)
 find_package(ZLIB REQUIRED)
 find_package(ICU REQUIRED COMPONENTS i18n uc data)
 find_package(Boost 1.81 REQUIRED)
-find_package(CLI11 REQUIRED)
 foreach(module cairo libqpdf libsodium libsecret-1 uuid)
     string(REGEX REPLACE "[^A-Za-z0-9]" "_" name ${module})
     pkg_check_modules(${name} REQUIRED IMPORTED_TARGET ${module})
 endforeach()
-
-find_program(NORVANE_CCACHE ccache)
-if(NORVANE_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${NORVANE_CCACHE})
-endif()

@@ -1,3 +1,15 @@
 include(GNUInstallDirs)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/norvane DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/strings DESTINATION ${CMAKE_INSTALL_DATADIR}/norvane)
+include(CMakePackageConfigHelpers)
+
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/norvane DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+install(TARGETS norvane EXPORT norvane-targets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT norvane-targets NAMESPACE norvane:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/norvane)
+install(FILES ${PROJECT_SOURCE_DIR}/cmake/NorvaneDependencies.cmake ${PROJECT_SOURCE_DIR}/cmake/norvane-config.cmake
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/norvane)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/norvane-config-version.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/norvane-config-version.cmake DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/norvane)
+foreach(program norvane-cli norvane-sandbox)
+    if(TARGET ${program})
+        install(TARGETS ${program} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    endif()
+endforeach()

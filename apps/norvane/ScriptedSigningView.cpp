@@ -96,7 +96,7 @@ void ScriptedSigningView::tapNextPlaceToSign() {
     const auto tabs = controller->envelope()->tagsForSigner(recipient_);
     for (const auto& tab : tabs ? *tabs : std::vector<std::shared_ptr<NVMTab>>{}) {
         const auto* imageTab = dynamic_cast<const NVMImageTabProtocol*>(tab.get());
-        if (!imageTab || (imageTab->imageTabData() && imageTab->imageTabData()->data)) continue;
+        if (!imageTab || (imageTab->imageData && imageTab->imageData->data)) continue;
         const bool isInitial = tab->tabType == NVMTabTypeInitialHere;
         if (!(isInitial ? signer_->initials : signer_->signature)) continue;
         controller->didTapOnAnnotation(tab->tabId.value_or(""));

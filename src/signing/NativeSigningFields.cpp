@@ -30,7 +30,7 @@ ReadingPlace placeOf(const NVMTab& tab, int page) {
 
 bool isBlank(const NVMTab& tab) {
     if (const auto* imageTab = dynamic_cast<const NVMImageTabProtocol*>(&tab))
-        return !imageTab->imageTabData() || !imageTab->imageTabData()->data;
+        return !imageTab->imageData || !imageTab->imageData->data;
     return !tab.value || tab.value->empty();
 }
 
@@ -87,7 +87,7 @@ void NVMNativeSigningViewController::stamp(const std::shared_ptr<NVMTab>& tab, c
     if (auto* imageTab = dynamic_cast<NVMImageTabProtocol*>(tab.get())) {
         auto data = std::make_shared<NVMTabImageData>();
         data->data = image;
-        imageTab->setImageTabData(data);
+        imageTab->imageData = data;
     }
     if (const auto annotation = annotationFor(*tab)) {
         showTabContent(*annotation, *tab);

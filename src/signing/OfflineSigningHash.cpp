@@ -20,7 +20,7 @@ std::string offlineSigningHash(const NVMEnvelopeDefinition& envelope, const std:
         append(tab->tabLabel.value_or(""));
         append(tab->value.value_or(""));
         const auto* imageTab = dynamic_cast<const NVMImageTabProtocol*>(tab.get());
-        const auto image = imageTab ? imageTab->imageTabData() : nullptr;
+        const auto image = imageTab ? imageTab->imageData : nullptr;
         append(image && image->data ? image->data->view() : std::string_view());
     }
     return sha256Hex(message);

@@ -8,8 +8,7 @@ struct NVMCDAttachment;
 
 /// An attachment that a recipient is to supply.
 // clang-format off: a field list is a table.
-#define NVM_ATTACHMENT_FIELDS(FIELD, R) \
-    FIELD(R, Text, label) FIELD(R, Text, attachmentType)
+#define NVM_ATTACHMENT_FIELDS(FIELD, R) FIELD(R, Text, label) FIELD(R, Text, attachmentType)
 // clang-format on
 struct NVMAttachment {
     NORVANE_RECORD(NVMAttachment, NVM_ATTACHMENT_FIELDS)

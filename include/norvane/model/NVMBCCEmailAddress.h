@@ -8,8 +8,7 @@ struct NVMCDBCCEmailAddress;
 
 /// An address that gets a blind copy.
 // clang-format off: a field list is a table.
-#define NVM_BCC_EMAIL_ADDRESS_FIELDS(FIELD, R) \
-    FIELD(R, Text, bccEmailAddressId) FIELD(R, Text, email)
+#define NVM_BCC_EMAIL_ADDRESS_FIELDS(FIELD, R) FIELD(R, Text, bccEmailAddressId) FIELD(R, Text, email)
 // clang-format on
 struct NVMBCCEmailAddress {
     NORVANE_RECORD(NVMBCCEmailAddress, NVM_BCC_EMAIL_ADDRESS_FIELDS)

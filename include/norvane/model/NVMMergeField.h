@@ -8,9 +8,9 @@ struct NVMCDMergeField;
 
 /// The record field behind a tab.
 // clang-format off: a field list is a table.
-#define NVM_MERGE_FIELD_FIELDS(FIELD, R) \
-    FIELD(R, Text, configurationType) FIELD(R, Text, path) FIELD(R, Number, row) \
-    FIELD(R, Bool, writeBack) FIELD(R, Bool, allowSenderToEdit)
+#define NVM_MERGE_FIELD_FIELDS(FIELD, R)                                                                     \
+    FIELD(R, Text, configurationType)                                                                        \
+    FIELD(R, Text, path) FIELD(R, Number, row) FIELD(R, Bool, writeBack) FIELD(R, Bool, allowSenderToEdit)
 // clang-format on
 struct NVMMergeField {
     NORVANE_RECORD(NVMMergeField, NVM_MERGE_FIELD_FIELDS)

@@ -8,8 +8,7 @@ struct NVMCDNameValue;
 
 /// A field of a document.
 // clang-format off: a field list is a table.
-#define NVM_NAME_VALUE_FIELDS(FIELD, R) \
-    FIELD(R, Text, name) FIELD(R, Text, value)
+#define NVM_NAME_VALUE_FIELDS(FIELD, R) FIELD(R, Text, name) FIELD(R, Text, value)
 // clang-format on
 struct NVMNameValue {
     NORVANE_RECORD(NVMNameValue, NVM_NAME_VALUE_FIELDS)

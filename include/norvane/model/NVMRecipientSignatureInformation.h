@@ -9,7 +9,7 @@ struct NVMCDRecipientSignatureInformation;
 
 /// How a signature is to look.
 // clang-format off: a field list is a table.
-#define NVM_RECIPIENT_SIGNATURE_INFORMATION_FIELDS(FIELD, R) \
+#define NVM_RECIPIENT_SIGNATURE_INFORMATION_FIELDS(FIELD, R)                                                 \
     FIELD(R, Text, signatureName) FIELD(R, Text, signatureInitials) FIELD(R, Text, fontStyle)
 // clang-format on
 struct NVMRecipientSignatureInformation {

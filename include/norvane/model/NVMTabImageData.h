@@ -8,15 +8,15 @@ struct NVMCDTabImageData;
 
 /// The bytes of an image file.
 // clang-format off: a field list is a table.
-#define NVM_TAB_IMAGE_DATA_FIELDS(FIELD, R) \
-    FIELD(R, Bytes, data)
+#define NVM_TAB_IMAGE_DATA_FIELDS(FIELD, R) FIELD(R, Bytes, data)
 // clang-format on
 struct NVMTabImageData {
     NORVANE_RECORD(NVMTabImageData, NVM_TAB_IMAGE_DATA_FIELDS)
 
     NVMTabImageData() = default;
     explicit NVMTabImageData(const NVMCDTabImageData& stored);
-    explicit NVMTabImageData(Data bytes) : data(std::move(bytes)) {}
+    explicit NVMTabImageData(Data bytes)
+        : data(std::move(bytes)) {}
 };
 
 } // namespace norvane

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/platform/Geometry.h>
+
 #include <cstdint>
 #include <optional>
 #include <string>
-
-#include <norvane/platform/Geometry.h>
 
 namespace norvane {
 

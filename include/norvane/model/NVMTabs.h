@@ -1,9 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include <norvane/model/NVMCheckbox.h>
 #include <norvane/model/NVMCompany.h>
 #include <norvane/model/NVMDateSigned.h>
@@ -16,18 +12,23 @@
 #include <norvane/model/NVMTitle.h>
 #include <norvane/record/Record.h>
 
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace norvane {
 
 struct NVESTabs;
 struct NVMCDTabs;
 
 // clang-format off: a field list is a table.
-#define NVM_TABS_FIELDS(FIELD, R) \
-    FIELD(R, List<NVMSignHere>, signHereTabs) FIELD(R, List<NVMInitialHere>, initialHereTabs) \
-    FIELD(R, List<NVMFullName>, fullNameTabs) FIELD(R, List<NVMDateSigned>, dateSignedTabs) \
-    FIELD(R, List<NVMCompany>, companyTabs) FIELD(R, List<NVMTitle>, titleTabs) \
-    FIELD(R, List<NVMText>, textTabs) FIELD(R, List<NVMCheckbox>, checkboxTabs) \
-    FIELD(R, List<NVMRadioGroup>, radioGroupTabs) FIELD(R, List<NVMFormula>, formulaTabs)
+#define NVM_TABS_FIELDS(FIELD, R)                                                                            \
+    FIELD(R, List<NVMSignHere>, signHereTabs)                                                                \
+    FIELD(R, List<NVMInitialHere>, initialHereTabs) FIELD(R, List<NVMFullName>, fullNameTabs)                \
+        FIELD(R, List<NVMDateSigned>, dateSignedTabs) FIELD(R, List<NVMCompany>, companyTabs)                \
+            FIELD(R, List<NVMTitle>, titleTabs) FIELD(R, List<NVMText>, textTabs)                            \
+                FIELD(R, List<NVMCheckbox>, checkboxTabs) FIELD(R, List<NVMRadioGroup>, radioGroupTabs)      \
+                    FIELD(R, List<NVMFormula>, formulaTabs)
 // clang-format on
 
 /// The tabs of one signer, a list a kind.
@@ -42,16 +43,16 @@ struct NVMTabs {
 
     /// Every tab of every list, groups as their radios. The order is that of the lists in the table.
     TabList allTabs() const;
-    /// Appends the tab to the list of its kind, which its class tells, not its `tabType`. A radio goes to the
-    /// group of its `name`, made when there is none; a plain NVMTab goes nowhere: false.
+    /// Appends the tab to the list of its kind, which its class tells, not its `tabType`. False for a radio,
+    /// which belongs into a group, and for a plain NVMTab.
     bool addTab(const std::shared_ptr<NVMTab>& tab);
-    /// Takes that very object out of its list or group; a group left without radios goes too. False when it is
-    /// not here.
+    /// Takes that very object out of its list or group; a group left without radios goes too. False when it
+    /// is not here.
     bool removeTab(const std::shared_ptr<NVMTab>& tab);
 
-    /// The kinds ("Company", "Checkbox", "DateSigned", "FullName", "InitialHere", "SignHere", "Text", "Title")
-    /// whose list holds a tab of type 0, in this order. Radio groups and formula tabs are not inspected,
-    /// deliberately. None for null.
+    /// The kinds ("Company", "Checkbox", "DateSigned", "FullName", "InitialHere", "SignHere", "Text",
+    /// "Title") whose list holds a tab of type 0, in this order. Radio groups and formula tabs are not
+    /// inspected, deliberately. None for null.
     static std::vector<std::string> unsupportedTabTypes(const NVMTabs* tabs);
 };
 

@@ -7,7 +7,8 @@
 
 namespace norvane {
 
-// Comparison of texts as a reader sees them. Texts are UTF-8; what is ill-formed counts as U+FFFD. Any thread.
+// Comparison of texts as a reader sees them. Texts are UTF-8; what is ill-formed counts as U+FFFD. Any
+// thread.
 
 enum class Diacritics { Regard, Ignore };
 
@@ -18,8 +19,8 @@ bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics =
 bool foldedEqual(const std::optional<std::string>& a, const std::optional<std::string>& b,
                  Diacritics diacritics = Diacritics::Regard);
 
-/// The text without white space and line breaks at both ends: Unicode's separators, the tab, U+000A to U+000D,
-/// U+0085.
+/// The text without white space and line breaks at both ends: Unicode's separators, the tab, U+000A to
+/// U+000D, U+0085.
 std::string_view trimmed(std::string_view text);
 /// Whether nothing is left of the text by `trimmed`; an absent one is blank.
 bool isBlank(const std::optional<std::string>& text);

@@ -1,0 +1,93 @@
+#include <benchmark/benchmark.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+#include <simdjson.h>
+
+#include "bench/TemplateJson.h"
+
+#include <norvane/api/NVESTemplates.h>
+#include <norvane/api/RecordJson.h>
+
+// Wire records beside the raw parser and the raw writer, on a template of 1,000 tabs.
+
+namespace norvane::bench {
+
+namespace {
+
+const std::string& json() {
+    static const std::string text = templateJson(1000);
+    return text;
+}
+
+void decodeKit(benchmark::State& state) {
+    for (auto _ : state) {
+        auto record = readRecord<NVESEnvelopeTemplate>(json());
+        if (!record) state.SkipWithError("the record could not be read");
+        benchmark::DoNotOptimize(record);
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * json().size()));
+}
+
+void decodeLimit(benchmark::State& state) {
+    simdjson::dom::parser parser;
+    const simdjson::padded_string padded(json());
+    for (auto _ : state) {
+        auto document = parser.parse(padded);
+        if (document.error()) state.SkipWithError("simdjson could not parse");
+        benchmark::DoNotOptimize(document);
+    }
+}
+
+void encodeKit(benchmark::State& state) {
+    const auto record = readRecord<NVESEnvelopeTemplate>(json());
+    for (auto _ : state) {
+        std::string text = writeRecord(**record);
+        benchmark::DoNotOptimize(text.data());
+    }
+}
+
+using RapidWriter = rapidjson::Writer<rapidjson::StringBuffer>;
+
+void writeElement(RapidWriter& writer, simdjson::dom::element element) {
+    switch (element.type()) {
+    case simdjson::dom::element_type::ARRAY:
+        writer.StartArray();
+        for (auto child : simdjson::dom::array(element)) writeElement(writer, child);
+        writer.EndArray();
+        break;
+    case simdjson::dom::element_type::OBJECT:
+        writer.StartObject();
+        for (auto [key, child] : simdjson::dom::object(element)) {
+            writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
+            writeElement(writer, child);
+        }
+        writer.EndObject();
+        break;
+    case simdjson::dom::element_type::STRING: {
+        const std::string_view text(element);
+        writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+        break;
+    }
+    default: writer.Double(double(element)); break;
+    }
+}
+
+void encodeLimit(benchmark::State& state) {
+    simdjson::dom::parser parser;
+    const simdjson::dom::element document = parser.parse(json());
+    for (auto _ : state) {
+        rapidjson::StringBuffer buffer;
+        RapidWriter writer(buffer);
+        writeElement(writer, document);
+        benchmark::DoNotOptimize(buffer.GetString());
+    }
+}
+
+BENCHMARK(decodeKit)->Name("decode 1,000 tabs : simdjson DOM/kit")->Unit(benchmark::kMillisecond);
+BENCHMARK(decodeLimit)->Name("decode 1,000 tabs : simdjson DOM/limit")->Unit(benchmark::kMillisecond);
+BENCHMARK(encodeKit)->Name("encode 1,000 tabs : RapidJSON writer/kit")->Unit(benchmark::kMillisecond);
+BENCHMARK(encodeLimit)->Name("encode 1,000 tabs : RapidJSON writer/limit")->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+} // namespace norvane::bench

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "sandbox/HttpMessage.h"
+#include "sandbox/Json.h"
+#include "sandbox/ReceivedEnvelope.h"
+#include "sandbox/Upload.h"
+
+namespace norvane::sandbox {
+
+/// What is to be kept of an accepted envelope.
+struct NewEnvelope {
+    const Request* request = nullptr;
+    std::string_view json;
+    Json definition;
+    Json recipients; ///< as they stand after templates have been applied
+    std::vector<UploadPart> parts; ///< of a multipart upload; documents of a plain one
+    bool multipart = false;
+    std::vector<std::string> warnings;
+};
+
+/// The envelopes, each in a folder of its own:
+///   request-headers.txt   the request line and the headers
+///   parts/NN.headers, parts/NN.json|pdf|png   every part of a multipart upload, byte for byte
+///   envelope.json         the definition as received
+///   recipients.json       the recipients as they stand now
+///   images/*.png          images set for recipients
+///   summary.json          what is where, with sizes and SHA-256
+/// A folder appears whole or not at all. Any thread may call.
+class EnvelopeStore {
+  public:
+    /// Takes up what is kept in the folder from earlier runs.
+    explicit EnvelopeStore(std::filesystem::path folder);
+
+    /// Throws std::runtime_error when the envelope cannot be kept; then nothing of it is.
+    ReceivedEnvelope add(const NewEnvelope& envelope);
+    std::vector<ReceivedEnvelope> all() const; ///< in order of arrival
+    std::optional<ReceivedEnvelope> find(const std::string& envelopeId) const;
+
+    Json recipients(const std::string& envelopeId) const;
+    /// Changes the recipients of a known envelope under the store's lock.
+    Answer changeRecipients(const std::string& envelopeId, const std::function<Answer(Json& recipients)>& change);
+
+    void setImage(const std::string& envelopeId, const std::string& recipientId, const std::string& type,
+                  std::string_view bytes);
+    std::optional<std::string> image(const std::string& envelopeId, const std::string& recipientId,
+                                     const std::string& type) const;
+
+  private:
+    struct Entry {
+        ReceivedEnvelope envelope;
+        Json recipients;
+        std::int64_t sequence = 0;
+    };
+    void load(const std::filesystem::path& folder);
+    Entry* entry(const std::string& envelopeId);
+    std::filesystem::path imageFile(const std::string& envelopeId, const std::string& recipientId,
+                                    const std::string& type) const;
+
+    const std::filesystem::path folder_;
+    mutable std::mutex mutex_;
+    std::vector<Entry> entries_; ///< guarded by mutex_
+    std::int64_t sequence_ = 0;  ///< guarded by mutex_
+};
+
+} // namespace norvane::sandbox

@@ -1,0 +1,53 @@
+#include "src/api/DeserializationErrors.h"
+
+#include <norvane/platform/HttpSession.h>
+#include <norvane/platform/Json.h>
+
+#include <simdjson.h>
+
+namespace norvane {
+namespace {
+
+/// An answer may be large, and error texts end up in alerts and in the store.
+constexpr std::size_t kQuotedBytes = 200;
+
+std::string quoted(std::string_view received) {
+    if (!simdjson::validate_utf8(received.data(), received.size()))
+        return std::to_string(received.size()) + " bytes";
+    if (received.size() <= kQuotedBytes) return std::string(received);
+    std::size_t end = kQuotedBytes;
+    while (end > 0 && (static_cast<unsigned char>(received[end]) & 0xC0) == 0x80)
+        --end;
+    return std::string(received.substr(0, end)) + "...";
+}
+
+NVMError makeError(DeserializationError code, std::string description) {
+    NVMError error = NVMError::make(std::string(kDeserializationErrorDomain), static_cast<std::int64_t>(code),
+                                    std::move(description));
+    // What answered may not have been the service; whether that acted is unknown.
+    error.userInfo.emplace(kTransportRequestSentKey, true);
+    return error;
+}
+
+} // namespace
+
+NVMError typeMismatch(std::string_view received, std::string_view type, std::string path) {
+    NVMError error =
+        makeError(DeserializationError::TypeMismatch, "Received response [" + quoted(received) +
+                                                          "] is not an object of type " + std::string(type));
+    if (!path.empty()) error.userInfo.emplace(kJsonPathKey, std::move(path));
+    return error;
+}
+
+NVMError nullInResponse() {
+    return makeError(DeserializationError::NullValue,
+                     "Received response contains null value in dictionary or array response");
+}
+
+NVMError unknownType(std::string_view type, std::string_view received) {
+    return makeError(DeserializationError::UnknownType, "Unknown response expected type " +
+                                                            std::string(type) +
+                                                            " [response: " + quoted(received) + "]");
+}
+
+} // namespace norvane

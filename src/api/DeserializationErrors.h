@@ -1,0 +1,18 @@
+#pragma once
+
+#include <norvane/api/NVESErrors.h>
+#include <norvane/platform/NVMError.h>
+
+#include <string>
+#include <string_view>
+
+namespace norvane {
+
+/// "Received response [%@] is not an object of type %@". A path says where in the answer it stands.
+NVMError typeMismatch(std::string_view received, std::string_view type, std::string path = {});
+/// "Received response contains null value in dictionary or array response"
+NVMError nullInResponse();
+/// "Unknown response expected type %@ [response: %@]"
+NVMError unknownType(std::string_view type, std::string_view received);
+
+} // namespace norvane

@@ -1,0 +1,123 @@
+#include "src/api/JsonCursor.h"
+
+#include <norvane/platform/Json.h>
+
+#include <algorithm>
+
+namespace norvane {
+namespace {
+
+namespace dom = simdjson::dom;
+
+/// Parsers above this size are not kept for the next document.
+constexpr std::size_t kKeptCapacity = std::size_t{4} << 20;
+
+/// The parser refuses integers beyond 64 bits, but takes any decimal number. An exponent that nobody writes
+/// turns the one into the other and is recognised again.
+constexpr std::string_view kLongIntegerMark = "e+000000";
+constexpr std::size_t kLongestSafeInteger = 18;
+
+constexpr std::string_view kNumberCharacters = "0123456789+-.eE";
+
+dom::parser& parserOfThread() {
+    thread_local dom::parser parser;
+    return parser;
+}
+
+std::string withLongIntegersMarked(std::string_view text) {
+    std::string result;
+    result.reserve(text.size() + 64);
+    for (std::size_t at = 0; at < text.size();) {
+        std::size_t end = at;
+        if (text[at] == '"') {
+            for (++end; end < text.size() && text[end] != '"'; ++end)
+                if (text[end] == '\\') ++end;
+            end = std::min(end + 1, text.size());
+            result.append(text.substr(at, end - at));
+        } else if (kNumberCharacters.find(text[at]) != std::string_view::npos) {
+            end = std::min(text.find_first_not_of(kNumberCharacters, at), text.size());
+            const std::string_view number = text.substr(at, end - at);
+            result.append(number);
+            if (number.size() > kLongestSafeInteger && number.find_first_of(".eE") == std::string_view::npos)
+                result.append(kLongIntegerMark);
+        } else {
+            result += text[end++];
+        }
+        at = end;
+    }
+    return result;
+}
+
+} // namespace
+
+JsonCursor::JsonCursor(std::string_view text)
+    : text_(text)
+    , parser_(parserOfThread()) {}
+
+JsonCursor::~JsonCursor() {
+    if (parser_.capacity() > kKeptCapacity) parser_ = dom::parser();
+}
+
+std::optional<dom::element> JsonCursor::root() {
+    if (text_.size() > kJsonMaximumSize) return std::nullopt;
+    const auto parse = [&](dom::element& element) -> simdjson::error_code {
+        if (parser_.capacity() < text_.size() || parser_.max_depth() != kJsonMaximumDepth)
+            if (const auto error =
+                    parser_.allocate(std::max(text_.size(), std::size_t{256}), kJsonMaximumDepth))
+                return error;
+        return parser_.parse(text_.data(), text_.size(), true).get(element);
+    };
+    dom::element element;
+    auto error = parse(element);
+    if (error == simdjson::NUMBER_ERROR) {
+        withLongIntegers_ = withLongIntegersMarked(text_);
+        text_ = withLongIntegers_;
+        error = parse(element);
+    }
+    if (error) return std::nullopt;
+    return element;
+}
+
+void JsonCursor::pass(dom::element value) {
+    ++token_;
+    if (value.is_object()) {
+        dom::object object = value.get_object().value_unsafe();
+        for (const dom::key_value_pair member : object) {
+            token_ += 2;
+            pass(member.value);
+            ++token_;
+        }
+        if (object.begin() == object.end()) ++token_;
+    } else if (value.is_array()) {
+        dom::array array = value.get_array().value_unsafe();
+        for (const dom::element element : array) {
+            pass(element);
+            ++token_;
+        }
+        if (array.begin() == array.end()) ++token_;
+    }
+}
+
+std::size_t JsonCursor::offsetOf(std::size_t token) const {
+    const auto& implementation = *parser_.implementation;
+    if (token >= implementation.n_structural_indexes) return text_.size();
+    return std::min<std::size_t>(implementation.structural_indexes[token], text_.size());
+}
+
+std::string_view JsonCursor::spelling() const {
+    const std::string_view rest = text_.substr(offsetOf(token_));
+    std::string_view token = rest.substr(0, rest.find_first_of(" \t\r\n,:]}"));
+    if (!withLongIntegers_.empty() && token.ends_with(kLongIntegerMark))
+        token.remove_suffix(kLongIntegerMark.size());
+    return token;
+}
+
+std::string_view JsonCursor::passedText(dom::element value) {
+    const std::size_t start = offsetOf(token_);
+    const bool isContainer = value.is_object() || value.is_array();
+    pass(value);
+    const std::size_t end = isContainer ? offsetOf(token_ - 1) + 1 : offsetOf(token_);
+    return text_.substr(start, std::max(end, start) - start);
+}
+
+} // namespace norvane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "src/api/JsonCursor.h"
+
+#include <norvane/platform/NVMError.h>
+#include <norvane/platform/Result.h>
+#include <norvane/record/Record.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace norvane {
+
+/// Fills records from the values that a cursor reaches. After a failed read the reader is done with.
+class RecordReader {
+  public:
+    explicit RecordReader(JsonCursor& cursor)
+        : cursor_(cursor) {}
+
+    /// A new record from the value that comes next, which is passed.
+    Result<std::shared_ptr<void>> read(simdjson::dom::element value, const RecordType& type);
+
+  private:
+    bool readRecord(simdjson::dom::element value, const RecordType& type, void* record);
+    bool readMember(simdjson::dom::element value, const Field& field, void* record);
+    bool readText(simdjson::dom::element value, std::string& text);
+    bool readTexts(simdjson::dom::element value, field::TextList& texts);
+    bool readNumber(simdjson::dom::element value, const Field& field, void* record);
+    bool readList(simdjson::dom::element value, const Field& field, void* record);
+    bool readAny(simdjson::dom::element value, Value& result);
+    bool keepRest(std::string_view key, simdjson::dom::element value, const RecordType& type, void* record);
+    bool mismatch(simdjson::dom::element value, std::string_view type);
+    bool failedIn(std::string_view step);
+
+    JsonCursor& cursor_;
+    // What the failed read found: where, what and what it should have been.
+    std::string path_;
+    std::string received_;
+    std::string_view expected_;
+};
+
+/// The number that the whole text spells in decimal ("-1.50", "1e3"); "true" and "false" are 1 and 0.
+std::optional<double> decimalNumber(std::string_view text);
+
+} // namespace norvane

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+namespace norvane {
+
+/// One connection to the store's file with its prepared statements. For one thread at a time. Everything may throw
+/// SQLite::Exception.
+class Connection {
+  public:
+    enum class Use { Reading, Writing };
+
+    /// Opens an existing file.
+    Connection(const std::filesystem::path& file, Use use);
+
+    /// A prepared statement, clean for use; it is reset when the object goes, so nothing that was bound without a
+    /// copy is looked at afterwards.
+    class Prepared {
+      public:
+        explicit Prepared(SQLite::Statement& statement)
+            : statement_(&statement) {}
+        ~Prepared();
+        Prepared(const Prepared&) = delete;
+        Prepared& operator=(const Prepared&) = delete;
+        SQLite::Statement* operator->() const { return statement_; }
+        SQLite::Statement& operator*() const { return *statement_; }
+
+      private:
+        SQLite::Statement* statement_;
+    };
+
+    /// The statement of a text that lives as long as the process; prepared once a connection.
+    Prepared kept(const std::string& sql);
+    /// The statement of a text made for the occasion; prepared once a connection too.
+    Prepared statement(const std::string& sql);
+    void run(const char* sql) { database_.exec(sql); }
+
+    SQLite::Database& database() { return database_; }
+    sqlite3* handle() { return database_.getHandle(); }
+
+  private:
+    SQLite::Database database_;
+    std::unordered_map<const std::string*, std::unique_ptr<SQLite::Statement>> kept_;
+    std::unordered_map<std::string, std::unique_ptr<SQLite::Statement>> byText_;
+};
+
+/// A transaction that is rolled back unless it was committed.
+class WriteTransaction {
+  public:
+    explicit WriteTransaction(Connection& connection);
+    ~WriteTransaction();
+    WriteTransaction(const WriteTransaction&) = delete;
+    WriteTransaction& operator=(const WriteTransaction&) = delete;
+    void commit();
+
+  private:
+    Connection& connection_;
+    bool open_ = true;
+};
+
+} // namespace norvane

@@ -1,0 +1,48 @@
+#include <norvane/store/StoreErrors.h>
+
+#include "src/store/StoreErrorOf.h"
+
+#include <sqlite3.h>
+
+#include <cerrno>
+
+namespace norvane {
+
+namespace {
+
+bool isOutOfSpace(int code, int systemError) {
+    if (code == SQLITE_FULL) return true;
+    // A write-ahead log that cannot grow fails with an input/output error, not with SQLITE_FULL.
+    return (code & 0xff) == SQLITE_IOERR && (systemError == ENOSPC || systemError == EDQUOT);
+}
+
+StoreError plainMeaning(int code, int systemError) {
+    if (isOutOfSpace(code, systemError)) return StoreError::DiskFull;
+    if ((code & 0xff) == SQLITE_NOTADB) return StoreError::NotAStore;
+    return StoreError{code};
+}
+
+} // namespace
+
+NVMError storeError(StoreError error, std::string description) {
+    return NVMError::make(std::string(kStoreErrorDomain), static_cast<std::int64_t>(error), std::move(description));
+}
+
+NVMError storeErrorOf(const SQLite::Exception& exception, sqlite3* handle) {
+    const int code =
+        exception.getExtendedErrorCode() > 0 ? exception.getExtendedErrorCode() : exception.getErrorCode();
+    const int systemError = handle ? sqlite3_system_errno(handle) : 0;
+    const StoreError meaning = plainMeaning(code, systemError);
+    auto error = storeError(meaning, meaning == StoreError::DiskFull ? "The device's storage is full."
+                                                                     : "The store failed: " +
+                                                                           std::string(exception.what()));
+    error.userInfo.emplace(kStoreResultCodeKey, std::int64_t{code});
+    if (systemError != 0) error.userInfo.emplace(kStoreSystemErrorKey, std::int64_t{systemError});
+    return error;
+}
+
+bool isDiskFull(const NVMError& error) {
+    return error.domain == kStoreErrorDomain && error.code == static_cast<std::int64_t>(StoreError::DiskFull);
+}
+
+} // namespace norvane
