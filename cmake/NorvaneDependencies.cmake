@@ -15,3 +15,5 @@ foreach(module cairo libqpdf libsodium libsecret-1 uuid)
     string(REGEX REPLACE "[^A-Za-z0-9]" "_" name ${module})
     pkg_check_modules(${name} REQUIRED IMPORTED_TARGET ${module})
 endforeach()
+# Only the standard smart pointers of its headers.
+target_compile_definitions(PkgConfig::libqpdf INTERFACE POINTERHOLDER_TRANSITION=4)

@@ -1,9 +1,9 @@
 #include "sandbox/EnvelopeCheck.h"
 
-#include <set>
-
 #include "sandbox/DocumentCheck.h"
 #include "sandbox/Text.h"
+
+#include <set>
 
 namespace norvane::sandbox {
 
@@ -19,14 +19,16 @@ bool isNumberKey(std::string_view key) {
 std::string checkScalar(const Json& value, const std::string& key, const std::string& where) {
     if (value.isObject()) {
         for (const auto& [name, member] : value.members())
-            if (auto problem = checkScalar(member, name, where.empty() ? name : where + "." + name); !problem.empty())
+            if (auto problem = checkScalar(member, name, where.empty() ? name : where + "." + name);
+                !problem.empty())
                 return problem;
         return {};
     }
     if (value.isArray()) {
         int index = 0;
         for (const Json& item : value.items())
-            if (auto problem = checkScalar(item, key, where + "[" + std::to_string(index++) + "]"); !problem.empty())
+            if (auto problem = checkScalar(item, key, where + "[" + std::to_string(index++) + "]");
+                !problem.empty())
                 return problem;
         return {};
     }
@@ -62,7 +64,8 @@ std::string checkDocuments(const Json& envelope, const std::map<std::string, int
     return named.empty() ? "the envelope has no document" : "";
 }
 
-std::string checkPlace(const Json& tab, const std::string& documentId, const std::map<std::string, int>& pages) {
+std::string checkPlace(const Json& tab, const std::string& documentId,
+                       const std::map<std::string, int>& pages) {
     const std::string name = "tab " + tab.text("tabId");
     const auto document = pages.find(documentId);
     if (document == pages.end()) return name + " lies on no document of the envelope";
@@ -74,15 +77,16 @@ std::string checkPlace(const Json& tab, const std::string& documentId, const std
     return x.ok() && y.ok() && x.value.isNumber() && y.value.isNumber() ? "" : name + " has no position";
 }
 
-std::string checkTabs(const Json& signer, const std::map<std::string, int>& pages, std::set<std::string>& imageTabs,
-                      std::set<std::string>& ids) {
+std::string checkTabs(const Json& signer, const std::map<std::string, int>& pages,
+                      std::set<std::string>& imageTabs, std::set<std::string>& ids) {
     std::string error;
     forEachTab(signer, [&](const std::string& list, const std::string& documentId, const Json& tab) {
         const std::string& id = tab.text("tabId");
         if (!error.empty()) return;
         if (error = checkPlace(tab, documentId, pages); !error.empty()) return;
         const std::string& owner = tab.text("recipientId");
-        if (!owner.empty() && owner != signer.text("recipientId")) error = "tab " + id + " belongs to another recipient";
+        if (!owner.empty() && owner != signer.text("recipientId"))
+            error = "tab " + id + " belongs to another recipient";
         if (!id.empty() && !ids.insert(id).second) error = "tab " + id + " comes twice";
         if (!isImageList(list)) return;
         if (!tab.text("imageDataBase64").empty()) error = "tab " + id + " carries its image in the JSON";
@@ -131,14 +135,16 @@ std::string checkFields(const Json& envelope) {
 
 bool hasSigned(const Json& signer) {
     const Json* offline = signer.find("offlineAttributes");
-    return !signer.text("signedDateTime").empty() || (offline && !offline->text("offlineSigningHash").empty());
+    return !signer.text("signedDateTime").empty() ||
+           (offline && !offline->text("offlineSigningHash").empty());
 }
 
 } // namespace
 
 void forEachSigner(const Json& recipients, const std::function<void(const Json&)>& call) {
     for (const char* list : {"inPersonSigners", "signers"})
-        for (const Json& signer : recipients.array(list)) call(signer);
+        for (const Json& signer : recipients.array(list))
+            call(signer);
 }
 
 void forEachTab(const Json& recipient,
@@ -148,7 +154,8 @@ void forEachTab(const Json& recipient,
     for (const auto& [list, entries] : tabs->members())
         for (const Json& entry : entries.items()) {
             if (list != "radioGroupTabs") call(list, entry.text("documentId"), entry);
-            for (const Json& radio : entry.array("radios")) call(list, entry.text("documentId"), radio);
+            for (const Json& radio : entry.array("radios"))
+                call(list, entry.text("documentId"), radio);
         }
 }
 
@@ -169,7 +176,8 @@ std::string checkOfflineEnvelope(const Upload& upload) {
 std::vector<std::string> warningsOf(const Upload& upload) {
     std::vector<std::string> warnings;
     std::set<std::string> images;
-    for (const UploadPart& part : upload.parts) images.insert(part.tabId);
+    for (const UploadPart& part : upload.parts)
+        images.insert(part.tabId);
     const Json* recipients = upload.envelope.find("recipients");
     if (!recipients) return warnings;
     forEachSigner(*recipients, [&](const Json& signer) {

@@ -1,11 +1,11 @@
 #include "sandbox/EnvelopeStore.h"
 
-#include <algorithm>
-#include <utility>
-
 #include "sandbox/EnvelopeCheck.h"
 #include "sandbox/PrivateFile.h"
 #include "sandbox/Text.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace norvane::sandbox {
 
@@ -18,7 +18,8 @@ constexpr const char* kUnfinished = ".new-";
 
 std::string headersText(const Request& request) {
     std::string text = request.method + " " + request.target + "\r\n";
-    for (const auto& [name, value] : request.headers) text.append(name).append(": ").append(value).append("\r\n");
+    for (const auto& [name, value] : request.headers)
+        text.append(name).append(": ").append(value).append("\r\n");
     return text;
 }
 
@@ -56,9 +57,12 @@ Json summaryJson(const ReceivedEnvelope& envelope, std::int64_t sequence) {
     Json::Array documents;
     Json::Array images;
     Json::Array warnings;
-    for (const auto& file : envelope.documents) documents.push_back(fileJson(file));
-    for (const auto& file : envelope.images) images.push_back(fileJson(file));
-    for (const auto& warning : envelope.warnings) warnings.emplace_back(warning);
+    for (const auto& file : envelope.documents)
+        documents.push_back(fileJson(file));
+    for (const auto& file : envelope.images)
+        images.push_back(fileJson(file));
+    for (const auto& warning : envelope.warnings)
+        warnings.emplace_back(warning);
     return Json::object({{"sequence", sequence},
                          {"envelopeId", envelope.envelopeId},
                          {"transactionId", envelope.transactionId},
@@ -76,21 +80,23 @@ void writeParts(const NewEnvelope& source, const fs::path& folder, ReceivedEnvel
     int number = 0;
     makePrivateFolder(folder / "parts");
     for (const UploadPart& part : source.parts) {
-        const std::string stem = (++number < 10 ? "0" : "") + std::to_string(number);
+        ++number;
+        const std::string stem = (number < 10 ? "0" : "") + std::to_string(number);
         const std::string name = stem + extensionOf(part.kind);
         if (!part.head.empty()) writePrivateFile(folder / "parts" / (stem + ".headers"), part.head);
         writePrivateFile(folder / "parts" / name, part.body);
         const bool document = part.kind == Kind::Document;
         if (part.kind == Kind::Envelope) continue;
         (document ? envelope.documents : envelope.images)
-            .push_back({document ? part.documentId : part.tabId, part.fileName, envelope.folder / "parts" / name,
-                        part.body.size(), sha256Hex(part.body)});
+            .push_back({document ? part.documentId : part.tabId, part.fileName,
+                        envelope.folder / "parts" / name, part.body.size(), sha256Hex(part.body)});
     }
 }
 
 } // namespace
 
-EnvelopeStore::EnvelopeStore(fs::path folder) : folder_(std::move(folder)) {
+EnvelopeStore::EnvelopeStore(fs::path folder)
+    : folder_(std::move(folder)) {
     makePrivateFolder(folder_);
     for (const auto& found : fs::directory_iterator(folder_)) {
         if (found.path().filename().string().starts_with(kUnfinished))
@@ -116,9 +122,12 @@ void EnvelopeStore::load(const fs::path& folder) {
     envelope.multipart = summary.find("multipart") && summary.find("multipart")->asBool();
     envelope.folder = folder;
     envelope.json = readFile(folder / "envelope.json").value_or("");
-    for (const Json& file : summary.array("documents")) envelope.documents.push_back(fileOf(file, folder));
-    for (const Json& file : summary.array("images")) envelope.images.push_back(fileOf(file, folder));
-    for (const Json& warning : summary.array("warnings")) envelope.warnings.push_back(warning.asText());
+    for (const Json& file : summary.array("documents"))
+        envelope.documents.push_back(fileOf(file, folder));
+    for (const Json& file : summary.array("images"))
+        envelope.images.push_back(fileOf(file, folder));
+    for (const Json& warning : summary.array("warnings"))
+        envelope.warnings.push_back(warning.asText());
     loaded.recipients = parseJson(readFile(folder / "recipients.json").value_or("")).value;
     loaded.sequence = summary.find("sequence") ? summary.find("sequence")->asInteger() : 0;
     entries_.push_back(std::move(loaded));
@@ -151,46 +160,48 @@ ReceivedEnvelope EnvelopeStore::add(const NewEnvelope& source) {
 std::vector<ReceivedEnvelope> EnvelopeStore::all() const {
     const std::lock_guard lock(mutex_);
     std::vector<ReceivedEnvelope> envelopes;
-    for (const Entry& known : entries_) envelopes.push_back(known.envelope);
+    for (const Entry& known : entries_)
+        envelopes.push_back(known.envelope);
     return envelopes;
 }
 
-EnvelopeStore::Entry* EnvelopeStore::entry(const std::string& envelopeId) {
-    for (Entry& known : entries_)
-        if (equalsIgnoringCase(known.envelope.envelopeId, envelopeId)) return &known;
-    return nullptr;
+std::optional<std::size_t> EnvelopeStore::indexOf(const std::string& envelopeId) const {
+    for (std::size_t index = 0; index < entries_.size(); ++index)
+        if (equalsIgnoringCase(entries_[index].envelope.envelopeId, envelopeId)) return index;
+    return std::nullopt;
 }
 
 std::optional<ReceivedEnvelope> EnvelopeStore::find(const std::string& envelopeId) const {
     const std::lock_guard lock(mutex_);
-    const Entry* known = const_cast<EnvelopeStore*>(this)->entry(envelopeId);
-    return known ? std::optional(known->envelope) : std::nullopt;
+    const auto index = indexOf(envelopeId);
+    return index ? std::optional(entries_[*index].envelope) : std::nullopt;
 }
 
 Json EnvelopeStore::recipients(const std::string& envelopeId) const {
     const std::lock_guard lock(mutex_);
-    const Entry* known = const_cast<EnvelopeStore*>(this)->entry(envelopeId);
-    return known ? known->recipients : Json();
+    return entries_[indexOf(envelopeId).value()].recipients;
 }
 
-Answer EnvelopeStore::changeRecipients(const std::string& envelopeId, const std::function<Answer(Json&)>& change) {
+Answer EnvelopeStore::changeRecipients(const std::string& envelopeId,
+                                       const std::function<Answer(Json&)>& change) {
     const std::lock_guard lock(mutex_);
-    Entry* known = entry(envelopeId);
-    Json changed = known->recipients;
+    Entry& known = entries_[indexOf(envelopeId).value()];
+    Json changed = known.recipients;
     Answer answer = change(changed);
     if (answer.status >= 400) return answer;
-    writePrivateFile(known->envelope.folder / "recipients.json", changed.write(true) + "\n");
-    known->recipients = std::move(changed);
+    writePrivateFile(known.envelope.folder / "recipients.json", changed.write(true) + "\n");
+    known.recipients = std::move(changed);
     return answer;
 }
 
 fs::path EnvelopeStore::imageFile(const std::string& envelopeId, const std::string& recipientId,
                                   const std::string& type) const {
-    return folder_ / lowered(envelopeId) / "images" / (sha256Hex(recipientId + "/" + type).substr(0, 16) + ".png");
+    return folder_ / lowered(envelopeId) / "images" /
+           (sha256Hex(recipientId + "/" + type).substr(0, 16) + ".png");
 }
 
-void EnvelopeStore::setImage(const std::string& envelopeId, const std::string& recipientId, const std::string& type,
-                             std::string_view bytes) {
+void EnvelopeStore::setImage(const std::string& envelopeId, const std::string& recipientId,
+                             const std::string& type, std::string_view bytes) {
     const fs::path file = imageFile(envelopeId, recipientId, type);
     const std::lock_guard lock(mutex_);
     makePrivateFolder(file.parent_path());

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "sandbox/HttpMessage.h"
+#include "sandbox/Json.h"
+#include "sandbox/ReceivedEnvelope.h"
+#include "sandbox/Upload.h"
+
 #include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "sandbox/HttpMessage.h"
-#include "sandbox/Json.h"
-#include "sandbox/ReceivedEnvelope.h"
-#include "sandbox/Upload.h"
 
 namespace norvane::sandbox {
 
@@ -18,7 +18,7 @@ struct NewEnvelope {
     const Request* request = nullptr;
     std::string_view json;
     Json definition;
-    Json recipients; ///< as they stand after templates have been applied
+    Json recipients;               ///< as they stand after templates have been applied
     std::vector<UploadPart> parts; ///< of a multipart upload; documents of a plain one
     bool multipart = false;
     std::vector<std::string> warnings;
@@ -37,14 +37,17 @@ class EnvelopeStore {
     /// Takes up what is kept in the folder from earlier runs.
     explicit EnvelopeStore(std::filesystem::path folder);
 
-    /// Throws std::runtime_error when the envelope cannot be kept; then nothing of it is.
+    /// Throws std::runtime_error when the envelope cannot be kept; what was begun is cleared at the next
+    /// start.
     ReceivedEnvelope add(const NewEnvelope& envelope);
     std::vector<ReceivedEnvelope> all() const; ///< in order of arrival
     std::optional<ReceivedEnvelope> find(const std::string& envelopeId) const;
 
+    // The envelope must be known in all of these.
     Json recipients(const std::string& envelopeId) const;
-    /// Changes the recipients of a known envelope under the store's lock.
-    Answer changeRecipients(const std::string& envelopeId, const std::function<Answer(Json& recipients)>& change);
+    /// Changes the recipients under the store's lock; an answer of 400 and up leaves them as they were.
+    Answer changeRecipients(const std::string& envelopeId,
+                            const std::function<Answer(Json& recipients)>& change);
 
     void setImage(const std::string& envelopeId, const std::string& recipientId, const std::string& type,
                   std::string_view bytes);
@@ -58,7 +61,7 @@ class EnvelopeStore {
         std::int64_t sequence = 0;
     };
     void load(const std::filesystem::path& folder);
-    Entry* entry(const std::string& envelopeId);
+    std::optional<std::size_t> indexOf(const std::string& envelopeId) const;
     std::filesystem::path imageFile(const std::string& envelopeId, const std::string& recipientId,
                                     const std::string& type) const;
 

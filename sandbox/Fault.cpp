@@ -125,7 +125,7 @@ FaultResult parseFault(std::string_view text) {
     return result;
 }
 
-FaultResult parseFault(const Json& json) {
+FaultResult faultFromJson(const Json& json) {
     FaultResult result;
     if (!json.isObject()) return {{}, "a fault is an object"};
     for (const auto& [key, value] : json.members()) {

@@ -54,7 +54,7 @@ FaultResult parseFault(std::string_view text);
 
 /// Reads {"method", "path", "kind", "status", "body", "bytes", "delayMs", "skip", "nth", "times"}; the kinds
 /// have the names that nameOf gives them.
-FaultResult parseFault(const Json& json);
+FaultResult faultFromJson(const Json& json);
 Json faultJson(const Fault& fault);
 
 } // namespace norvane::sandbox

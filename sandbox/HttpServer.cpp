@@ -117,8 +117,9 @@ class Connection {
         const HttpHandler::Plan plan = handler_.begin(request);
         request.number = plan.number;
         int status = 0;
-        const bool keep =
-            co_await exchange(parser, request, plan.fault.value_or(Fault{Fault::Kind::None}), status);
+        Fault none;
+        none.kind = Fault::Kind::None;
+        const bool keep = co_await exchange(parser, request, plan.fault.value_or(none), status);
         handler_.finished(plan, request, bodyBytes_, status);
         if (hangs_) co_await waitForPeer();
         co_return keep;
@@ -220,8 +221,8 @@ class Connection {
     bool hangs_ = false;
 };
 
-asio::awaitable<void> serve(tcp::socket socket, asio::ssl::context& tls, HttpHandler& handler,
-                            std::uint64_t maximumBody) {
+asio::awaitable<void> converse(tcp::socket socket, asio::ssl::context& tls, HttpHandler& handler,
+                               std::uint64_t maximumBody) {
     const auto connection = std::make_unique<Connection>(std::move(socket), tls, handler, maximumBody);
     co_await connection->run();
 }
@@ -258,12 +259,17 @@ class HttpServer::Listener {
     Listener& operator=(const Listener&) = delete;
 
     std::uint16_t port() const { return port_; }
+    void serve() {
+        asio::co_spawn(context_, accept(), asio::detached);
+        for (unsigned index = 0; index < kThreads; ++index)
+            threads_.emplace_back([this] { context_.run(); });
+    }
 
   private:
     asio::awaitable<void> accept() {
         for (;;) {
             error_code error;
-            auto socket = co_await acceptor_.async_accept(asio::make_strand(context_),
+            auto socket = co_await acceptor_.async_accept(asio::any_io_executor(asio::make_strand(context_)),
                                                           asio::redirect_error(asio::use_awaitable, error));
             if (error) {
                 asio::steady_timer pause(context_, std::chrono::milliseconds(50));
@@ -271,7 +277,8 @@ class HttpServer::Listener {
                 continue;
             }
             const auto executor = socket.get_executor();
-            asio::co_spawn(executor, serve(std::move(socket), tls_, handler_, maximumBody_), asio::detached);
+            asio::co_spawn(executor, converse(std::move(socket), tls_, handler_, maximumBody_),
+                           asio::detached);
         }
     }
 
@@ -290,5 +297,7 @@ HttpServer::HttpServer(const Options& options, HttpHandler& handler)
 HttpServer::~HttpServer() = default;
 
 std::uint16_t HttpServer::port() const { return listener_->port(); }
+
+void HttpServer::serve() { listener_->serve(); }
 
 } // namespace norvane::sandbox

@@ -41,13 +41,15 @@ class HttpServer {
         std::uint64_t maximumBodyBytes = 0;
     };
 
-    /// Listens when it returns; throws std::runtime_error when it cannot. `handler` outlives the server.
+    /// Listens when it returns, so that the port is known; throws std::runtime_error when it cannot.
+    /// `handler` outlives the server and is not called before serve().
     HttpServer(const Options& options, HttpHandler& handler);
     ~HttpServer(); ///< closes every connection, waits for calls of the handler to return
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
 
     std::uint16_t port() const;
+    void serve(); ///< starts the threads; once only
 
   private:
     class Listener;

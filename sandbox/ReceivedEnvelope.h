@@ -23,7 +23,7 @@ struct ReceivedEnvelope {
     std::string status; ///< "created", "sent" or "completed"
     std::string statusDateTime;
     std::string emailSubject;
-    bool multipart = false; ///< uploaded as an offline envelope
+    bool multipart = false;       ///< uploaded as an offline envelope
     std::filesystem::path folder; ///< where it is kept
     std::string json;             ///< the envelope definition as received
     std::vector<ReceivedFile> documents;

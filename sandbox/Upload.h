@@ -1,11 +1,11 @@
 #pragma once
 
+#include "sandbox/HttpMessage.h"
+#include "sandbox/Json.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "sandbox/HttpMessage.h"
-#include "sandbox/Json.h"
 
 namespace norvane::sandbox {
 

@@ -31,7 +31,7 @@ class ScriptedSigningView : public NativeSigningView, public std::enable_shared_
     void showTextEditor(const std::shared_ptr<NVMPDFBaseAnnotation>&, const std::string&) override {}
     void endEditing() override {}
     void scrollTo(int, double) override {}
-    void updateAnnotation(const std::shared_ptr<NVMPDFBaseAnnotation>&, int) override {}
+    void updateAnnotation(const PdfAnnotation&, std::size_t) override {}
     void dismissPresented() override {}
     void close() override {}
 

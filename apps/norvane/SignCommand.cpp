@@ -8,7 +8,7 @@
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/Errors.h>
 #include <norvane/signing/SignedPreview.h>
-#include <norvane/templates/NVMTemplatesManager.h>
+#include <norvane/signing/OfflineEnvelope.h>
 
 namespace norvane::cli {
 
@@ -64,8 +64,8 @@ void sign(Context& context, const SignArguments& arguments) {
         context.failed(script.error());
         return;
     }
-    NVMTemplatesManager templates;
-    auto envelope = templates.createOfflineEnvelope(arguments.templateId, script->defaults);
+
+    auto envelope = offlineEnvelopeFromTemplate(arguments.templateId, script->defaults);
     if (!envelope) {
         context.failed(envelope.error());
         return;

@@ -22,9 +22,9 @@ NVMError wrong(const std::filesystem::path& file, const std::string& what) {
 }
 
 std::optional<Color> colourNamed(const std::string& name) {
-    if (name == "black") return Color::black();
-    if (name == "blue") return Color::blue();
-    if (name == "red") return Color::red();
+    if (name == "black") return Color{};
+    if (name == "blue") return Color{0, 0, 1};
+    if (name == "red") return Color{1, 0, 0};
     return std::nullopt;
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 using TemplateList = std::vector<std::shared_ptr<NVESEnvelopeTemplateResult>>;
 
-Value isoText(const std::optional<Date>& date) { return date ? Value(iso8601String(*date)) : Value(); }
+Value isoText(const std::optional<Date>& date) { return date ? Value(formatIso8601(*date)) : Value(); }
 
 void list(Context& context, const std::string& search) {
     if (context.failed(openKit())) return;

@@ -24,6 +24,12 @@ dom::parser& parserOfThread() {
     return parser;
 }
 
+/// The parser reads a little beyond the end of a document, so it gets a copy with room for that.
+std::string& bufferOfThread() {
+    thread_local std::string buffer;
+    return buffer;
+}
+
 std::string withLongIntegersMarked(std::string_view text) {
     std::string result;
     result.reserve(text.size() + 64);
@@ -55,7 +61,9 @@ JsonCursor::JsonCursor(std::string_view text)
     , parser_(parserOfThread()) {}
 
 JsonCursor::~JsonCursor() {
-    if (parser_.capacity() > kKeptCapacity) parser_ = dom::parser();
+    if (parser_.capacity() <= kKeptCapacity) return;
+    parser_ = dom::parser();
+    bufferOfThread() = std::string();
 }
 
 std::optional<dom::element> JsonCursor::root() {
@@ -65,7 +73,10 @@ std::optional<dom::element> JsonCursor::root() {
             if (const auto error =
                     parser_.allocate(std::max(text_.size(), std::size_t{256}), kJsonMaximumDepth))
                 return error;
-        return parser_.parse(text_.data(), text_.size(), true).get(element);
+        std::string& buffer = bufferOfThread();
+        buffer.reserve(text_.size() + simdjson::SIMDJSON_PADDING);
+        buffer.assign(text_);
+        return parser_.parse(buffer.data(), buffer.size(), false).get(element);
     };
     dom::element element;
     auto error = parse(element);

@@ -23,7 +23,8 @@ const Field* fieldForKey(const RecordType& type, std::string_view key, std::size
         return field;
     }
     const bool travels = field->kind != FieldKind::Local && field->kind != FieldKind::Rest;
-    return travels && jsonKey(field->name) == key ? field : nullptr;
+    const bool renamed = jsonKey(field->name).data() != field->name.data();
+    return travels && !renamed ? field : nullptr;
 }
 
 const Field* restField(const RecordType& type) {
@@ -47,25 +48,35 @@ std::optional<double> decimalNumber(std::string_view text) {
     return number;
 }
 
+const Field* FieldOrder::find(std::string_view key) {
+    const std::size_t expected = following_[last_] == kUnknown ? last_ : following_[last_];
+    const Field* field = fieldForKey(type_, key, expected);
+    if (!field) return nullptr;
+    const auto number = static_cast<std::size_t>(field - type_.fields().data());
+    following_[last_] = static_cast<std::uint8_t>(number);
+    last_ = number + 1;
+    return field;
+}
+
 Result<std::shared_ptr<void>> RecordReader::read(dom::element value, const RecordType& type) {
     std::shared_ptr<void> record = type.make();
-    if (!readRecord(value, type, record.get())) return typeMismatch(received_, expected_, std::move(path_));
+    FieldOrder order(type);
+    if (!readRecord(value, order, record.get())) return typeMismatch(received_, expected_, std::move(path_));
     return record;
 }
 
-bool RecordReader::readRecord(dom::element value, const RecordType& type, void* record) {
-    if (!value.is_object()) return mismatch(value, type.name());
+bool RecordReader::readRecord(dom::element value, FieldOrder& order, void* record) {
+    if (!value.is_object()) return mismatch(value, order.type().name());
     cursor_.passTokens(1);
-    std::size_t next = 0;
+    order.startRecord();
     bool empty = true;
     const dom::object object = value.get_object().value_unsafe();
     for (const dom::key_value_pair member : object) {
         empty = false;
         cursor_.passTokens(2);
-        const Field* field = fieldForKey(type, member.key, next);
-        if (field) next = static_cast<std::size_t>(field - type.fields().data()) + 1;
+        const Field* field = order.find(member.key);
         const bool read = field ? readMember(member.value, *field, record)
-                                : keepRest(member.key, member.value, type, record);
+                                : keepRest(member.key, member.value, order.type(), record);
         if (!read) return failedIn(member.key);
         cursor_.passTokens(1);
     }
@@ -81,7 +92,10 @@ bool RecordReader::readMember(dom::element value, const Field& field, void* reco
     switch (field.kind) {
     case FieldKind::Text: {
         auto& text = field.as<field::Text>(record);
-        return readText(value, text ? *text : text.emplace());
+        if (!value.is_string()) return readText(value, text.emplace());
+        text.emplace(textOf(value));
+        cursor_.passTokens(1);
+        return true;
     }
     case FieldKind::Bool:
     case FieldKind::Integer:
@@ -91,8 +105,10 @@ bool RecordReader::readMember(dom::element value, const Field& field, void* reco
         return readTexts(value, field.as<field::TextList>(record));
     case FieldKind::Any:
         return readAny(value, field.as<field::Any>(record).emplace());
-    case FieldKind::Record:
-        return readRecord(value, field.reference->type(), field.reference->emplace(field.in(record)));
+    case FieldKind::Record: {
+        FieldOrder order(field.reference->type());
+        return readRecord(value, order, field.reference->emplace(field.in(record)));
+    }
     case FieldKind::List:
         return readList(value, field, record);
     case FieldKind::DateTime:
@@ -152,7 +168,7 @@ bool RecordReader::readNumber(dom::element value, const Field& field, void* reco
         number = decimalNumber(textOf(value));
     if (!number) return mismatch(value, "NSNumber");
     if (field.kind == FieldKind::Number)
-        field.as<field::Number>(record) = number;
+        field.as<field::Number>(record).emplace(*number);
     else if (field.kind == FieldKind::Integer)
         field.as<std::int64_t>(record) = Value(*number).integerValue();
     else
@@ -165,7 +181,7 @@ bool RecordReader::readList(dom::element value, const Field& field, void* record
     if (!value.is_array()) return mismatch(value, "NSArray");
     const dom::array array = value.get_array().value_unsafe();
     const ReferenceAccess& access = *field.reference;
-    const RecordType& type = access.type();
+    FieldOrder order(access.type());
     void* const member = field.in(record);
     access.reset(member, array.size());
     cursor_.passTokens(1);
@@ -173,7 +189,7 @@ bool RecordReader::readList(dom::element value, const Field& field, void* record
     for (const dom::element element : array) {
         if (element.is_null())
             cursor_.passTokens(1);
-        else if (!readRecord(element, type, access.emplace(member)))
+        else if (!readRecord(element, order, access.emplace(member)))
             return failedIn(std::to_string(index));
         cursor_.passTokens(1);
         ++index;

@@ -6,11 +6,30 @@
 #include <norvane/platform/Result.h>
 #include <norvane/record/Record.h>
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace norvane {
+
+/// Which field came after which in the records of one list: a service writes all of them in one order, mostly but
+/// not always that of the table.
+class FieldOrder {
+  public:
+    explicit FieldOrder(const RecordType& type) : type_(type) { following_.fill(kUnknown); }
+    const RecordType& type() const { return type_; }
+    /// The field that travels under the key, or null.
+    const Field* find(std::string_view key);
+    void startRecord() { last_ = 0; }
+
+  private:
+    static constexpr std::uint8_t kUnknown = 255;
+    const RecordType& type_;
+    std::size_t last_ = 0; ///< one more than the last field's number; 0 before the first
+    std::array<std::uint8_t, 256> following_;
+};
 
 /// Fills records from the values that a cursor reaches. After a failed read the reader is done with.
 class RecordReader {
@@ -22,7 +41,7 @@ class RecordReader {
     Result<std::shared_ptr<void>> read(simdjson::dom::element value, const RecordType& type);
 
   private:
-    bool readRecord(simdjson::dom::element value, const RecordType& type, void* record);
+    bool readRecord(simdjson::dom::element value, FieldOrder& order, void* record);
     bool readMember(simdjson::dom::element value, const Field& field, void* record);
     bool readText(simdjson::dom::element value, std::string& text);
     bool readTexts(simdjson::dom::element value, field::TextList& texts);

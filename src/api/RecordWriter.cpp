@@ -189,9 +189,12 @@ void RecordWriter::writeList(const Field& field, const void* record) {
     const void* const member = field.in(record);
     const std::size_t count = access.size(member);
     out_ += '[';
+    const std::size_t start = out_.size();
     for (std::size_t index = 0; index < count; ++index) {
         writeRecord(type, access.at(member, index));
         out_ += ',';
+        // The others will be about as long as the first.
+        if (index == 0) out_.reserve(start + (out_.size() - start) * count * 9 / 8);
     }
     if (count == 0)
         out_ += ']';

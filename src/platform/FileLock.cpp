@@ -18,4 +18,10 @@ Result<FileLock> FileLock::acquire(const std::filesystem::path& file) {
     return FileLock(std::move(descriptor));
 }
 
+std::optional<FileLock> FileLock::tryAcquire(const std::filesystem::path& file) {
+    FileDescriptor descriptor(open(file.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC));
+    if (!descriptor.isOpen() || flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0) return std::nullopt;
+    return FileLock(std::move(descriptor));
+}
+
 } // namespace norvane

@@ -5,6 +5,7 @@
 #include <norvane/platform/Result.h>
 
 #include <filesystem>
+#include <optional>
 
 namespace norvane {
 
@@ -13,6 +14,8 @@ class FileLock {
   public:
     /// Waits for the lock; makes its file when there is none.
     static Result<FileLock> acquire(const std::filesystem::path& file);
+    /// The same without waiting; nothing when somebody else holds the lock or there is no such file.
+    static std::optional<FileLock> tryAcquire(const std::filesystem::path& file);
 
   private:
     explicit FileLock(FileDescriptor file)

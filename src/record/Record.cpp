@@ -1,16 +1,17 @@
 #include <norvane/record/Record.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
 
 namespace norvane {
 
-const Field* RecordType::find(std::string_view name, std::size_t hint) const {
-    if (hint < fields_.size() && fields_[hint].name == name) return &fields_[hint];
+const Field* RecordType::findByHash(std::string_view name) const {
     const std::size_t mask = slots_.size() - 1;
     for (std::size_t slot = detail::nameHash(name) & mask; slots_[slot] != detail::kEmptySlot;
          slot = (slot + 1) & mask) {
         const Field& field = fields_[slots_[slot]];
-        if (field.name == name) return &field;
+        if (detail::sameName(field.name, name)) return &field;
     }
     return nullptr;
 }
@@ -29,10 +30,16 @@ std::optional<double> numberIn(const Field& field, const void* record) {
     }
 }
 
+/// The whole number nearest to zero; numbers beyond the range stay at its end.
+std::int64_t integerOf(double value) {
+    constexpr double kEnd = 9223372036854774784.0; // the largest double below 2^63
+    return std::isnan(value) ? 0 : static_cast<std::int64_t>(std::clamp(value, -kEnd, kEnd));
+}
+
 void setNumber(const Field& field, void* record, std::optional<double> value) {
     switch (field.kind) {
     case FieldKind::Bool: field.as<bool>(record) = value.value_or(0) != 0; break;
-    case FieldKind::Integer: field.as<std::int64_t>(record) = static_cast<std::int64_t>(value.value_or(0)); break;
+    case FieldKind::Integer: field.as<std::int64_t>(record) = integerOf(value.value_or(0)); break;
     default: field.as<field::Number>(record) = value; break;
     }
 }
@@ -56,16 +63,17 @@ void withPlainType(FieldKind kind, Visit visit) {
     }
 }
 
-void copyReferences(const Field& from, const void* source, const Field& to, void* target) {
-    if (&from.reference->type() != &to.reference->type()) return;
+bool copyReferences(const Field& from, const void* source, const Field& to, void* target) {
+    if (&from.reference->type() != &to.reference->type()) return false;
     const void* member = from.in(source);
     void* result = to.in(target);
     to.reference->clear(result);
-    if (!from.reference->present(member)) return;
+    if (!from.reference->present(member)) return true;
     const std::size_t count = from.reference->size(member);
     if (to.kind == FieldKind::List) to.reference->reset(result, count);
     for (std::size_t index = 0; index < count; ++index)
         to.reference->adopt(result, from.reference->share(member, index));
+    return true;
 }
 
 bool equalReferences(const Field& field, const void* a, const void* b) {
@@ -88,19 +96,22 @@ void copyLikeNamedFields(const RecordType& fromType, const void* from, const Rec
         const Field* source = fromType.find(target.name, hint);
         if (!source) continue;
         hint = static_cast<std::size_t>(source - fromType.fields().data()) + 1;
-        if (isNumeric(source->kind) && isNumeric(target.kind)) {
-            setNumber(target, to, numberIn(*source, from));
-        } else if (source->kind != target.kind) {
-            continue;
-        } else if (source->reference) {
-            copyReferences(*source, from, target, to);
-        } else {
-            withPlainType(target.kind, [&](auto* type) {
-                using Member = std::remove_pointer_t<decltype(type)>;
-                target.as<Member>(to) = source->as<Member>(from);
-            });
-        }
+        copyField(*source, from, target, to);
     }
+}
+
+bool copyField(const Field& fromField, const void* from, const Field& toField, void* to) {
+    if (isNumeric(fromField.kind) && isNumeric(toField.kind)) {
+        setNumber(toField, to, numberIn(fromField, from));
+        return true;
+    }
+    if (fromField.kind != toField.kind) return false;
+    if (fromField.reference) return copyReferences(fromField, from, toField, to);
+    withPlainType(toField.kind, [&](auto* type) {
+        using Member = std::remove_pointer_t<decltype(type)>;
+        toField.as<Member>(to) = fromField.as<Member>(from);
+    });
+    return true;
 }
 
 bool equalRecords(const RecordType& type, const void* a, const void* b) {

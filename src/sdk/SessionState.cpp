@@ -8,6 +8,7 @@ namespace {
 
 std::atomic<bool> isSetup{false};
 std::atomic<bool> isSignedIn{false};
+std::atomic<std::uint64_t> session{0};
 
 TaskQueue& setupLoginStateSetterQueue() {
     static const std::shared_ptr<TaskQueue> queue =
@@ -38,5 +39,9 @@ void NVM_clearCredentialsAndCachedTemplatesSuccessful(bool successful) {
 }
 
 bool NVM_isSetupAndLoginSuccessful() { return isSetup && isSignedIn; }
+
+std::uint64_t sessionNumber() { return session; }
+
+void beginNextSession() { ++session; }
 
 } // namespace norvane

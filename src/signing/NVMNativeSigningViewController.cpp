@@ -133,7 +133,7 @@ void NVMNativeSigningViewController::addAnnotations() {
 
 void NVMNativeSigningViewController::addAnnotationForTag(const std::shared_ptr<NVMTab>& tab, int startPage) {
     const int page = startPage + static_cast<int>(tab->pageNumber.value_or(1));
-    const auto annotation = createTabAnnotation(*tab, docToOpen_, page);
+    const auto annotation = createTabAnnotation(*tab, docToOpen_, page, view_);
     if (!annotation) return;
     if (annotation->isTextBased()) {
         if (tab->tabType == NVMTabTypeDateSigned || tab->tabType == NVMTabTypeFullName) tab->value = visibleTextOf(*tab);
@@ -209,7 +209,6 @@ void NVMNativeSigningViewController::updateAnnotations() {
         annotation->setEditableForCurrentRecipientId(currentRecipient_->recipientId.value_or(""));
         annotation->updateErroneous();
         annotation->refreshVisuals();
-        view_->updateAnnotation(annotation, pageOf(*tab));
     }
 }
 

@@ -91,7 +91,6 @@ void NVMNativeSigningViewController::stamp(const std::shared_ptr<NVMTab>& tab, c
     }
     if (const auto annotation = annotationFor(*tab)) {
         showTabContent(*annotation, *tab);
-        view_->updateAnnotation(annotation, pageOf(*tab));
     }
     updateFinishButton();
 }
@@ -103,7 +102,6 @@ void NVMNativeSigningViewController::toggleCheckbox(const std::shared_ptr<NVMTab
     checkbox->value = checkbox->selected ? "X" : "";
     if (const auto annotation = annotationFor(*tab)) {
         showTabContent(*annotation, *tab);
-        view_->updateAnnotation(annotation, pageOf(*tab));
     }
     updateFinishButton();
 }
@@ -114,7 +112,6 @@ void NVMNativeSigningViewController::textViewDidChange(const std::string& tabId,
     if (!annotation || !annotation->isEditable() || !annotation->isTextBased()) return;
     tab->value = text;
     annotation->setContentIncreaseWidthToFitContent(text, false);
-    view_->updateAnnotation(annotation, pageOf(*tab));
     updateFinishButton();
 }
 
@@ -125,7 +122,6 @@ void NVMNativeSigningViewController::highlightTab(const std::shared_ptr<NVMTab>&
         annotation->setHighlighted(highlighted);
         annotation->updateErroneous();
         annotation->refreshVisuals();
-        view_->updateAnnotation(annotation, pageOf(*changed));
     };
     const auto previous = highlightedTab_.lock();
     if (previous != tab) show(previous, false);

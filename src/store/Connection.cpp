@@ -6,7 +6,6 @@ namespace norvane {
 
 namespace {
 
-constexpr int kBusyMilliseconds = 10'000;
 /// Statements made for the occasion come from a handful of requests; a host that makes up many does not grow
 /// the cache without end.
 constexpr std::size_t kOccasionalStatements = 64;
@@ -27,7 +26,7 @@ Connection::Connection(const std::filesystem::path& file, Use use)
 
 Connection::Prepared::~Prepared() {
     statement_->tryReset();
-    sqlite3_clear_bindings(statement_->getPreparedStatement());
+    statement_->clearBindings(); // never fails for a statement that was reset
 }
 
 Connection::Prepared Connection::kept(const std::string& sql) {
@@ -36,11 +35,11 @@ Connection::Prepared Connection::kept(const std::string& sql) {
     return Prepared(*slot);
 }
 
-Connection::Prepared Connection::statement(const std::string& sql) {
+SQLite::Statement& Connection::prepare(const std::string& sql) {
     if (byText_.size() >= kOccasionalStatements && !byText_.contains(sql)) byText_.clear();
     auto& slot = byText_[sql];
     if (!slot) slot = std::make_unique<SQLite::Statement>(database_, sql);
-    return Prepared(*slot);
+    return *slot;
 }
 
 WriteTransaction::WriteTransaction(Connection& connection)

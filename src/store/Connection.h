@@ -15,6 +15,7 @@ namespace norvane {
 class Connection {
   public:
     enum class Use { Reading, Writing };
+    static constexpr int kBusyMilliseconds = 10'000;
 
     /// Opens an existing file.
     Connection(const std::filesystem::path& file, Use use);
@@ -37,8 +38,9 @@ class Connection {
 
     /// The statement of a text that lives as long as the process; prepared once a connection.
     Prepared kept(const std::string& sql);
-    /// The statement of a text made for the occasion; prepared once a connection too.
-    Prepared statement(const std::string& sql);
+    /// The statement of a text made for the occasion, to be wrapped in `Prepared`; kept for a while too. One at a
+    /// time.
+    SQLite::Statement& prepare(const std::string& sql);
     void run(const char* sql) { database_.exec(sql); }
 
     SQLite::Database& database() { return database_; }

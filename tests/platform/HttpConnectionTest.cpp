@@ -86,7 +86,7 @@ TEST_F(HttpConnection, TellsARequestThatCannotHaveArrivedFromOneThatMayHave) {
 
     const auto nobody = *Url::parse(server->baseAddress() + "/secret?token=x");
     server.reset();
-    const auto refused = send({"GET", nobody, {}, nullptr});
+    const auto refused = send({"GET", nobody});
     EXPECT_TRUE(failedWith(refused, TransportError::CouldNotConnect));
     EXPECT_EQ(requestSent(refused), false);
     EXPECT_EQ(refused.error().userInfo.at(std::string(kTransportUrlKey)).asString()->find("token"), std::string::npos);

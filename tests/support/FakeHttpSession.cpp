@@ -27,15 +27,15 @@ class FakeHttpSession::State {
   public:
     explicit State(std::filesystem::path downloadFolder) : downloadFolder_(std::move(downloadFolder)) {}
 
-    void add(Sent sent, Completion completion) {
+    void add(Sent request, Completion completion) {
         const std::lock_guard lock(mutex);
-        this->sent.push_back(sent);
-        waiting_.push_back({std::move(sent), std::move(completion)});
+        sent.push_back(request);
+        waiting_.push_back({std::move(request), std::move(completion)});
     }
 
     void answerWaiting() {
         while (auto next = takeWaiting()) {
-            next->completion(answerTo(next->sent));
+            next->completion(answerTo(next->request));
         }
     }
 
@@ -48,7 +48,7 @@ class FakeHttpSession::State {
 
   private:
     struct Waiting {
-        Sent sent;
+        Sent request;
         Completion completion;
     };
 

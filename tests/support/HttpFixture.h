@@ -39,7 +39,7 @@ class HttpFixture : public ::testing::Test {
     }
 
     HttpRequest request(const std::string& method, const std::string& target) const {
-        HttpRequest made{method, *Url::parse(server->baseAddress() + target), {}, nullptr};
+        HttpRequest made{method, *Url::parse(server->baseAddress() + target)};
         made.idleTimeout = std::chrono::seconds(10);
         return made;
     }

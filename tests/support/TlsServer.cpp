@@ -51,8 +51,7 @@ std::shared_ptr<SSL_CTX> makeTls(const std::optional<ServerIdentity>& identity) 
 /// The bytes of one connection, in the clear or over TLS.
 class TlsServer::Connection {
   public:
-    Connection(int socket, SSL_CTX* tls, std::size_t number)
-        : number(number), socket_(socket), tls_(tls ? SSL_new(tls) : nullptr, &SSL_free) {}
+    Connection(int socket, SSL_CTX* tls) : socket_(socket), tls_(tls ? SSL_new(tls) : nullptr, &SSL_free) {}
 
     bool begin() { return !tls_ || (SSL_set_fd(tls_.get(), socket_) == 1 && SSL_accept(tls_.get()) == 1); }
 
@@ -77,7 +76,6 @@ class TlsServer::Connection {
         return true;
     }
 
-    const std::size_t number;
     std::string unread; ///< received, but not yet part of a request
 
   private:
@@ -194,7 +192,7 @@ void TlsServer::serve(int socket, std::size_t number) {
     sigaddset(&pipe, SIGPIPE);
     pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
     {
-        Connection connection(socket, tls_.get(), number);
+        Connection connection(socket, tls_.get());
         bool open = connection.begin();
         while (open) {
             const auto end = connection.unread.find(kEndOfHead);

@@ -6,9 +6,10 @@ namespace norvane {
 
 struct NVESAgent;
 
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_AGENT_OWN_FIELDS(FIELD, R) FIELD(R, TextList, excludedDocuments)
-#define NVM_AGENT_FIELDS(FIELD, R) NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R) NVM_AGENT_OWN_FIELDS(FIELD, R)
+#define NVM_AGENT_FIELDS(FIELD, R) \
+    NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R) NVM_AGENT_OWN_FIELDS(FIELD, R)
 // clang-format on
 
 /// One who fills in the details of later recipients.

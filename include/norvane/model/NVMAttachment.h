@@ -7,7 +7,7 @@ namespace norvane {
 struct NVMCDAttachment;
 
 /// An attachment that a recipient is to supply.
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_ATTACHMENT_FIELDS(FIELD, R) FIELD(R, Text, label) FIELD(R, Text, attachmentType)
 // clang-format on
 struct NVMAttachment {

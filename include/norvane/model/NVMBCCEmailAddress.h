@@ -7,7 +7,7 @@ namespace norvane {
 struct NVMCDBCCEmailAddress;
 
 /// An address that gets a blind copy.
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_BCC_EMAIL_ADDRESS_FIELDS(FIELD, R) FIELD(R, Text, bccEmailAddressId) FIELD(R, Text, email)
 // clang-format on
 struct NVMBCCEmailAddress {

@@ -6,9 +6,9 @@ namespace norvane {
 
 struct NVESCarbonCopy;
 
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_CARBON_COPY_OWN_FIELDS(FIELD, R) FIELD(R, TextList, excludedDocuments)
-#define NVM_CARBON_COPY_FIELDS(FIELD, R)                                                                     \
+#define NVM_CARBON_COPY_FIELDS(FIELD, R) \
     NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R) NVM_CARBON_COPY_OWN_FIELDS(FIELD, R)
 // clang-format on
 

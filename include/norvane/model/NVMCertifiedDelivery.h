@@ -6,9 +6,9 @@ namespace norvane {
 
 struct NVESCertifiedDelivery;
 
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_CERTIFIED_DELIVERY_OWN_FIELDS(FIELD, R) FIELD(R, TextList, excludedDocuments)
-#define NVM_CERTIFIED_DELIVERY_FIELDS(FIELD, R)                                                              \
+#define NVM_CERTIFIED_DELIVERY_FIELDS(FIELD, R) \
     NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R) NVM_CERTIFIED_DELIVERY_OWN_FIELDS(FIELD, R)
 // clang-format on
 

@@ -4,8 +4,8 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
-#define NVM_CHECKBOX_OWN_FIELDS(FIELD, R)                                                                    \
+// clang-format off
+#define NVM_CHECKBOX_OWN_FIELDS(FIELD, R) \
     FIELD(R, Bool, selected) FIELD(R, Bool, shared) FIELD(R, Bool, requireInitialOnSharedChange)
 #define NVM_CHECKBOX_FIELDS(FIELD, R) NVM_TEXT_TAB_FIELDS(FIELD, R) NVM_CHECKBOX_OWN_FIELDS(FIELD, R)
 // clang-format on

@@ -10,9 +10,9 @@ struct NVESCustomFields;
 struct NVMCDCustomFields;
 
 /// The custom fields of an envelope. Both lists are sets: their order means nothing.
-// clang-format off: a field list is a table.
-#define NVM_CUSTOM_FIELDS_FIELDS(FIELD, R)                                                                   \
-    FIELD(R, List<NVMTextCustomField>, textCustomFields)                                                     \
+// clang-format off
+#define NVM_CUSTOM_FIELDS_FIELDS(FIELD, R) \
+    FIELD(R, List<NVMTextCustomField>, textCustomFields) \
     FIELD(R, List<NVMListCustomField>, listCustomFields)
 // clang-format on
 struct NVMCustomFields {

@@ -4,7 +4,7 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_DATE_SIGNED_OWN_FIELDS(FIELD, R) NVM_TAB_FONT_FIELDS(FIELD, R)
 #define NVM_DATE_SIGNED_FIELDS(FIELD, R) NVM_TAB_FIELDS(FIELD, R) NVM_DATE_SIGNED_OWN_FIELDS(FIELD, R)
 // clang-format on

@@ -8,10 +8,10 @@ namespace norvane {
 struct NVMCDEmailSettings;
 
 /// Reply address and blind copies. The list is a set: its order means nothing.
-// clang-format off: a field list is a table.
-#define NVM_EMAIL_SETTINGS_FIELDS(FIELD, R)                                                                  \
-    FIELD(R, Text, replyEmailAddressOverride)                                                                \
-    FIELD(R, Text, replyEmailNameOverride) FIELD(R, List<NVMBCCEmailAddress>, bccEmailAddresses)
+// clang-format off
+#define NVM_EMAIL_SETTINGS_FIELDS(FIELD, R) \
+    FIELD(R, Text, replyEmailAddressOverride) FIELD(R, Text, replyEmailNameOverride) \
+    FIELD(R, List<NVMBCCEmailAddress>, bccEmailAddresses)
 // clang-format on
 struct NVMEmailSettings {
     NORVANE_RECORD(NVMEmailSettings, NVM_EMAIL_SETTINGS_FIELDS)

@@ -8,11 +8,11 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
-#define NVM_ENVELOPE_DEFAULTS_FIELDS(FIELD, R)                                                               \
-    FIELD(R, List<NVMRecipientDefault>, recipientDefaults)                                                   \
-    FIELD(R, Text, emailSubject) FIELD(R, Text, emailBlurb) FIELD(R, Text, envelopeTitle)                    \
-        FIELD(R, Record<NVMCustomFields>, customFields)
+// clang-format off
+#define NVM_ENVELOPE_DEFAULTS_FIELDS(FIELD, R) \
+    FIELD(R, List<NVMRecipientDefault>, recipientDefaults) FIELD(R, Text, emailSubject) \
+    FIELD(R, Text, emailBlurb) FIELD(R, Text, envelopeTitle) \
+    FIELD(R, Record<NVMCustomFields>, customFields)
 // clang-format on
 
 /// What the host fills in when it turns a template into an envelope; everything may be absent.

@@ -7,8 +7,8 @@ namespace norvane {
 struct NVMCDExpirations;
 
 /// When an envelope expires, in days.
-// clang-format off: a field list is a table.
-#define NVM_EXPIRATIONS_FIELDS(FIELD, R)                                                                     \
+// clang-format off
+#define NVM_EXPIRATIONS_FIELDS(FIELD, R) \
     FIELD(R, Bool, expireEnabled) FIELD(R, Number, expireAfter) FIELD(R, Number, expireWarn)
 // clang-format on
 struct NVMExpirations {

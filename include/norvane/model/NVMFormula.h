@@ -5,12 +5,11 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
-#define NVM_FORMULA_OWN_FIELDS(FIELD, R)                                                                     \
-    NVM_TAB_VALIDATION_FIELDS(FIELD, R)                                                                      \
-    NVM_TAB_ENTRY_FIELDS(FIELD, R) NVM_TAB_FONT_FIELDS(FIELD, R) NVM_TEXT_TAB_OWN_FIELDS(FIELD, R)           \
-        FIELD(R, Number, width) FIELD(R, Number, roundDecimalPlaces) FIELD(R, Text, xPosition)               \
-            FIELD(R, Text, yPosition)
+// clang-format off
+#define NVM_FORMULA_OWN_FIELDS(FIELD, R) \
+    NVM_TAB_VALIDATION_FIELDS(FIELD, R) NVM_TAB_ENTRY_FIELDS(FIELD, R) NVM_TAB_FONT_FIELDS(FIELD, R) \
+    NVM_TEXT_TAB_OWN_FIELDS(FIELD, R) FIELD(R, Number, width) FIELD(R, Number, roundDecimalPlaces) \
+    FIELD(R, Text, xPosition) FIELD(R, Text, yPosition)
 #define NVM_FORMULA_FIELDS(FIELD, R) NVM_TAB_FIELDS(FIELD, R) NVM_FORMULA_OWN_FIELDS(FIELD, R)
 // clang-format on
 

@@ -4,7 +4,7 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_FULL_NAME_OWN_FIELDS(FIELD, R) NVM_TAB_FONT_FIELDS(FIELD, R)
 #define NVM_FULL_NAME_FIELDS(FIELD, R) NVM_TAB_FIELDS(FIELD, R) NVM_FULL_NAME_OWN_FIELDS(FIELD, R)
 // clang-format on

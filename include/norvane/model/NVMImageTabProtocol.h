@@ -5,8 +5,8 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
-#define NVM_IMAGE_TAB_OWN_FIELDS(FIELD, R)                                                                   \
+// clang-format off
+#define NVM_IMAGE_TAB_OWN_FIELDS(FIELD, R) \
     FIELD(R, Record<NVMTabImageData>, imageData) FIELD(R, Number, scaleValue) FIELD(R, Bool, optional)
 #define NVM_IMAGE_TAB_FIELDS(FIELD, R) NVM_TAB_FIELDS(FIELD, R) NVM_IMAGE_TAB_OWN_FIELDS(FIELD, R)
 // clang-format on

@@ -8,17 +8,15 @@ namespace norvane {
 
 struct NVESInPersonSigner;
 
-// clang-format off: a field list is a table.
-#define NVM_IN_PERSON_SIGNER_OWN_FIELDS(FIELD, R)                                                            \
-    FIELD(R, Text, hostName)                                                                                 \
-    FIELD(R, Text, hostEmail) FIELD(R, Text, signerName) FIELD(R, Text, signerEmail)                         \
-        FIELD(R, Text, requireSignerCertificate) FIELD(R, Text, recipientSuppliesTabs)                       \
-            FIELD(R, Text, inPersonSigningType)                                                              \
-                FIELD(R, Record<NVMRecipientSignatureInformation>, signatureInfo)                            \
-                    FIELD(R, Record<NVMTabs>, tabs) FIELD(R, Bool, defaultRecipient)                         \
-                        FIELD(R, Bool, signInEachLocation) FIELD(R, Bool, requireSignOnPaper)                \
-                            FIELD(R, Bool, canSignOffline)
-#define NVM_IN_PERSON_SIGNER_FIELDS(FIELD, R)                                                                \
+// clang-format off
+#define NVM_IN_PERSON_SIGNER_OWN_FIELDS(FIELD, R) \
+    FIELD(R, Text, hostName) FIELD(R, Text, hostEmail) FIELD(R, Text, signerName) \
+    FIELD(R, Text, signerEmail) FIELD(R, Text, requireSignerCertificate) \
+    FIELD(R, Text, recipientSuppliesTabs) FIELD(R, Text, inPersonSigningType) \
+    FIELD(R, Record<NVMRecipientSignatureInformation>, signatureInfo) FIELD(R, Record<NVMTabs>, tabs) \
+    FIELD(R, Bool, defaultRecipient) FIELD(R, Bool, signInEachLocation) \
+    FIELD(R, Bool, requireSignOnPaper) FIELD(R, Bool, canSignOffline)
+#define NVM_IN_PERSON_SIGNER_FIELDS(FIELD, R) \
     NVM_RECIPIENT_FIELDS(FIELD, R) NVM_IN_PERSON_SIGNER_OWN_FIELDS(FIELD, R)
 // clang-format on
 

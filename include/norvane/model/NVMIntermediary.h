@@ -6,9 +6,9 @@ namespace norvane {
 
 struct NVESIntermediary;
 
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_INTERMEDIARY_OWN_FIELDS(FIELD, R) FIELD(R, TextList, excludedDocuments)
-#define NVM_INTERMEDIARY_FIELDS(FIELD, R)                                                                    \
+#define NVM_INTERMEDIARY_FIELDS(FIELD, R) \
     NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R) NVM_INTERMEDIARY_OWN_FIELDS(FIELD, R)
 // clang-format on
 

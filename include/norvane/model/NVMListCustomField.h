@@ -8,11 +8,11 @@ struct NVESListCustomField;
 struct NVMCDListCustomField;
 
 /// A custom field with a choice of values.
-// clang-format off: a field list is a table.
-#define NVM_LIST_CUSTOM_FIELD_FIELDS(FIELD, R)                                                               \
-    FIELD(R, Text, fieldId)                                                                                  \
-    FIELD(R, Text, name) FIELD(R, Text, value) FIELD(R, Text, configurationType) FIELD(R, Bool, show)        \
-        FIELD(R, Bool, required) FIELD(R, TextList, listItems)
+// clang-format off
+#define NVM_LIST_CUSTOM_FIELD_FIELDS(FIELD, R) \
+    FIELD(R, Text, fieldId) FIELD(R, Text, name) FIELD(R, Text, value) \
+    FIELD(R, Text, configurationType) FIELD(R, Bool, show) FIELD(R, Bool, required) \
+    FIELD(R, TextList, listItems)
 // clang-format on
 struct NVMListCustomField {
     NORVANE_RECORD(NVMListCustomField, NVM_LIST_CUSTOM_FIELD_FIELDS)

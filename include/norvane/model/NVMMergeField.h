@@ -7,10 +7,10 @@ namespace norvane {
 struct NVMCDMergeField;
 
 /// The record field behind a tab.
-// clang-format off: a field list is a table.
-#define NVM_MERGE_FIELD_FIELDS(FIELD, R)                                                                     \
-    FIELD(R, Text, configurationType)                                                                        \
-    FIELD(R, Text, path) FIELD(R, Number, row) FIELD(R, Bool, writeBack) FIELD(R, Bool, allowSenderToEdit)
+// clang-format off
+#define NVM_MERGE_FIELD_FIELDS(FIELD, R) \
+    FIELD(R, Text, configurationType) FIELD(R, Text, path) FIELD(R, Number, row) \
+    FIELD(R, Bool, writeBack) FIELD(R, Bool, allowSenderToEdit)
 // clang-format on
 struct NVMMergeField {
     NORVANE_RECORD(NVMMergeField, NVM_MERGE_FIELD_FIELDS)

@@ -7,7 +7,7 @@ namespace norvane {
 struct NVMCDNameValue;
 
 /// A field of a document.
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_NAME_VALUE_FIELDS(FIELD, R) FIELD(R, Text, name) FIELD(R, Text, value)
 // clang-format on
 struct NVMNameValue {

@@ -4,8 +4,8 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
-#define NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R)                                                             \
+// clang-format off
+#define NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R) \
     NVM_RECIPIENT_FIELDS(FIELD, R) NVM_NAMED_RECIPIENT_FIELDS(FIELD, R)
 // clang-format on
 

@@ -9,10 +9,10 @@ namespace norvane {
 struct NVMCDNotification;
 
 /// Reminders and expirations of an envelope.
-// clang-format off: a field list is a table.
-#define NVM_NOTIFICATION_FIELDS(FIELD, R)                                                                    \
-    FIELD(R, Bool, useAccountDefaults)                                                                       \
-    FIELD(R, Record<NVMReminders>, reminders) FIELD(R, Record<NVMExpirations>, expirations)
+// clang-format off
+#define NVM_NOTIFICATION_FIELDS(FIELD, R) \
+    FIELD(R, Bool, useAccountDefaults) FIELD(R, Record<NVMReminders>, reminders) \
+    FIELD(R, Record<NVMExpirations>, expirations)
 // clang-format on
 struct NVMNotification {
     NORVANE_RECORD(NVMNotification, NVM_NOTIFICATION_FIELDS)

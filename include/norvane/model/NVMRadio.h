@@ -6,8 +6,8 @@ namespace norvane {
 
 struct NVMRadioGroup;
 
-// clang-format off: a field list is a table.
-#define NVM_RADIO_OWN_FIELDS(FIELD, R)                                                                       \
+// clang-format off
+#define NVM_RADIO_OWN_FIELDS(FIELD, R) \
     FIELD(R, Integer, xPosition) FIELD(R, Integer, yPosition) FIELD(R, Bool, selected)
 #define NVM_RADIO_FIELDS(FIELD, R) NVM_TEXT_TAB_FIELDS(FIELD, R) NVM_RADIO_OWN_FIELDS(FIELD, R)
 // clang-format on

@@ -9,12 +9,11 @@ namespace norvane {
 
 struct NVMCDRadioGroup;
 
-// clang-format off: a field list is a table.
-#define NVM_RADIO_GROUP_FIELDS(FIELD, R)                                                                     \
-    FIELD(R, Text, documentId)                                                                               \
-    FIELD(R, Text, recipientId) FIELD(R, Text, conditionalParentLabel)                                       \
-        FIELD(R, Text, conditionalParentValue) FIELD(R, Text, groupName) FIELD(R, List<NVMRadio>, radios)    \
-            FIELD(R, Bool, shared) FIELD(R, Bool, requireInitialOnSharedChange) FIELD(R, Bool, requireAll)
+// clang-format off
+#define NVM_RADIO_GROUP_FIELDS(FIELD, R) \
+    FIELD(R, Text, documentId) FIELD(R, Text, recipientId) FIELD(R, Text, conditionalParentLabel) \
+    FIELD(R, Text, conditionalParentValue) FIELD(R, Text, groupName) FIELD(R, List<NVMRadio>, radios) \
+    FIELD(R, Bool, shared) FIELD(R, Bool, requireInitialOnSharedChange) FIELD(R, Bool, requireAll)
 // clang-format on
 
 /// A named group of radio tabs, of which at most one is selected. It is no tab itself.

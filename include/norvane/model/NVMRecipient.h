@@ -27,31 +27,26 @@ inline constexpr std::string_view kStatusCompleted = "completed";
 inline constexpr std::string_view kStatusDeclined = "declined";
 inline constexpr std::string_view kStatusSigned = "signed";
 
-// clang-format off: a field list is a table.
-#define NVM_RECIPIENT_FIELDS(FIELD, R)                                                                       \
-    FIELD(R, Integer, recipientType)                                                                         \
-    FIELD(R, Text, recipientId) FIELD(R, Text, recipientIdGuid) FIELD(R, Text, signingGroupId)               \
-        FIELD(R, Text, signingGroupName) FIELD(R, List<NVMUserInfo>, signingGroupUsers)                      \
-            FIELD(R, Text, accessCode) FIELD(R, Text, addAccessCodeToEmail) FIELD(R, Bool, requireIdLookup)  \
-                FIELD(R, Text, idCheckConfigurationName) FIELD(R, Text, userId) FIELD(R, Text, clientUserId) \
-                    FIELD(R, Text, embeddedRecipientStartURL) FIELD(R, TextList, customFields)               \
-                        FIELD(R, Number, routingOrder) FIELD(R, List<NVMAttachment>,                         \
-                                                             recipientAttachments) FIELD(R, Text, note)      \
-                            FIELD(R, Text, roleName) FIELD(R, Text, status) FIELD(R, Text, declinedReason)   \
-                                FIELD(R, Text, deliveryMethod) FIELD(R, Text, faxNumber)                     \
-                                    FIELD(R, Date, signedDateTime) FIELD(R, Date, deliveredDateTime)         \
-                                        FIELD(R, Date, declinedDateTime) FIELD(R, Date, sentDateTime)        \
-                                            FIELD(R, Bool, templateLocked) FIELD(R, Bool, templateRequired)  \
-                                                FIELD(R, Bool, inheritEmailNotificationConfiguration)        \
-                                                    FIELD(R, Number, totalTabCount)                          \
-                                                        FIELD(R, Record<NVMRecipientEmailNotification>,      \
-                                                              emailNotification)                             \
-                                                            FIELD(R, Record<NVMOfflineAttributes>,           \
-                                                                  offlineAttributes)                         \
-                                                                FIELD(R, Record<NVMSignature>, signature)
+// clang-format off
+#define NVM_RECIPIENT_FIELDS(FIELD, R) \
+    FIELD(R, Integer, recipientType) FIELD(R, Text, recipientId) FIELD(R, Text, recipientIdGuid) \
+    FIELD(R, Text, signingGroupId) FIELD(R, Text, signingGroupName) \
+    FIELD(R, List<NVMUserInfo>, signingGroupUsers) FIELD(R, Text, accessCode) \
+    FIELD(R, Text, addAccessCodeToEmail) FIELD(R, Bool, requireIdLookup) \
+    FIELD(R, Text, idCheckConfigurationName) FIELD(R, Text, userId) FIELD(R, Text, clientUserId) \
+    FIELD(R, Text, embeddedRecipientStartURL) FIELD(R, TextList, customFields) \
+    FIELD(R, Number, routingOrder) FIELD(R, List<NVMAttachment>, recipientAttachments) \
+    FIELD(R, Text, note) FIELD(R, Text, roleName) FIELD(R, Text, status) \
+    FIELD(R, Text, declinedReason) FIELD(R, Text, deliveryMethod) FIELD(R, Text, faxNumber) \
+    FIELD(R, Date, signedDateTime) FIELD(R, Date, deliveredDateTime) FIELD(R, Date, declinedDateTime) \
+    FIELD(R, Date, sentDateTime) FIELD(R, Bool, templateLocked) FIELD(R, Bool, templateRequired) \
+    FIELD(R, Bool, inheritEmailNotificationConfiguration) FIELD(R, Number, totalTabCount) \
+    FIELD(R, Record<NVMRecipientEmailNotification>, emailNotification) \
+    FIELD(R, Record<NVMOfflineAttributes>, offlineAttributes) \
+    FIELD(R, Record<NVMSignature>, signature)
 
 /// What the kinds that are told apart by name and e-mail have.
-#define NVM_NAMED_RECIPIENT_FIELDS(FIELD, R)                                                                 \
+#define NVM_NAMED_RECIPIENT_FIELDS(FIELD, R) \
     FIELD(R, Text, name) FIELD(R, Text, email) FIELD(R, Text, emailRecipientPostSigningURL)
 // clang-format on
 

@@ -4,12 +4,11 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
-#define NVM_RECIPIENT_DEFAULT_FIELDS(FIELD, R)                                                               \
-    FIELD(R, Integer, recipientSelectorType)                                                                 \
-    FIELD(R, Text, recipientId) FIELD(R, Text, recipientRoleName) FIELD(R, Integer, recipientType)           \
-        FIELD(R, Text, recipientName) FIELD(R, Text, recipientEmail) FIELD(R, Text, inPersonSignerName)      \
-            FIELD(R, Bool, removeRecipient)
+// clang-format off
+#define NVM_RECIPIENT_DEFAULT_FIELDS(FIELD, R) \
+    FIELD(R, Integer, recipientSelectorType) FIELD(R, Text, recipientId) \
+    FIELD(R, Text, recipientRoleName) FIELD(R, Integer, recipientType) FIELD(R, Text, recipientName) \
+    FIELD(R, Text, recipientEmail) FIELD(R, Text, inPersonSignerName) FIELD(R, Bool, removeRecipient)
 // clang-format on
 
 /// Who takes a place in an envelope made from a template. Selector type 0 finds the recipient by

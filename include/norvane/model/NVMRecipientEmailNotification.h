@@ -7,8 +7,8 @@ namespace norvane {
 struct NVMCDRecipientEmailNotification;
 
 /// The mail that a recipient gets.
-// clang-format off: a field list is a table.
-#define NVM_RECIPIENT_EMAIL_NOTIFICATION_FIELDS(FIELD, R)                                                    \
+// clang-format off
+#define NVM_RECIPIENT_EMAIL_NOTIFICATION_FIELDS(FIELD, R) \
     FIELD(R, Text, emailSubject) FIELD(R, Text, emailBody) FIELD(R, Text, supportedLanguage)
 // clang-format on
 struct NVMRecipientEmailNotification {

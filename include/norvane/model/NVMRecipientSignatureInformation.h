@@ -8,8 +8,8 @@ struct NVESRecipientSignatureInformation;
 struct NVMCDRecipientSignatureInformation;
 
 /// How a signature is to look.
-// clang-format off: a field list is a table.
-#define NVM_RECIPIENT_SIGNATURE_INFORMATION_FIELDS(FIELD, R)                                                 \
+// clang-format off
+#define NVM_RECIPIENT_SIGNATURE_INFORMATION_FIELDS(FIELD, R) \
     FIELD(R, Text, signatureName) FIELD(R, Text, signatureInitials) FIELD(R, Text, fontStyle)
 // clang-format on
 struct NVMRecipientSignatureInformation {

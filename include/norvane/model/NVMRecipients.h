@@ -24,14 +24,14 @@ struct NVMCDRecipients;
 inline constexpr std::string_view NVMEnvelopeRecipientsDidChangeNotification =
     "NVMEnvelopeRecipientsDidChangeNotification";
 
-// clang-format off: a field list is a table.
-#define NVM_RECIPIENTS_FIELDS(FIELD, R)                                                                      \
-    FIELD(R, List<NVMSigner>, signers)                                                                       \
-    FIELD(R, List<NVMAgent>, agents) FIELD(R, List<NVMEditor>, editors)                                      \
-        FIELD(R, List<NVMIntermediary>, intermediaries) FIELD(R, List<NVMCarbonCopy>, carbonCopies)          \
-            FIELD(R, List<NVMCertifiedDelivery>, certifiedDeliveries)                                        \
-                FIELD(R, List<NVMInPersonSigner>, inPersonSigners) FIELD(R, Number, recipientCount)          \
-                    FIELD(R, Number, currentRoutingOrder)
+// clang-format off
+#define NVM_RECIPIENTS_FIELDS(FIELD, R) \
+    FIELD(R, List<NVMSigner>, signers) FIELD(R, List<NVMAgent>, agents) \
+    FIELD(R, List<NVMEditor>, editors) FIELD(R, List<NVMIntermediary>, intermediaries) \
+    FIELD(R, List<NVMCarbonCopy>, carbonCopies) \
+    FIELD(R, List<NVMCertifiedDelivery>, certifiedDeliveries) \
+    FIELD(R, List<NVMInPersonSigner>, inPersonSigners) FIELD(R, Number, recipientCount) \
+    FIELD(R, Number, currentRoutingOrder)
 // clang-format on
 
 /// The recipients of an envelope, a list a kind.

@@ -7,9 +7,10 @@ namespace norvane {
 struct NVMCDReminders;
 
 /// When recipients are reminded, in days.
-// clang-format off: a field list is a table.
-#define NVM_REMINDERS_FIELDS(FIELD, R)                                                                       \
-    FIELD(R, Bool, reminderEnabled) FIELD(R, Number, reminderDelay) FIELD(R, Number, reminderFrequency)
+// clang-format off
+#define NVM_REMINDERS_FIELDS(FIELD, R) \
+    FIELD(R, Bool, reminderEnabled) FIELD(R, Number, reminderDelay) \
+    FIELD(R, Number, reminderFrequency)
 // clang-format on
 struct NVMReminders {
     NORVANE_RECORD(NVMReminders, NVM_REMINDERS_FIELDS)

@@ -8,10 +8,9 @@ namespace norvane {
 struct NVMCDSignature;
 
 /// What a recipient drew on this device.
-// clang-format off: a field list is a table.
-#define NVM_SIGNATURE_FIELDS(FIELD, R)                                                                       \
-    FIELD(R, Record<NVMTabImageData>, signatureImage)                                                        \
-    FIELD(R, Record<NVMTabImageData>, initialsImage)
+// clang-format off
+#define NVM_SIGNATURE_FIELDS(FIELD, R) \
+    FIELD(R, Record<NVMTabImageData>, signatureImage) FIELD(R, Record<NVMTabImageData>, initialsImage)
 // clang-format on
 struct NVMSignature {
     NORVANE_RECORD(NVMSignature, NVM_SIGNATURE_FIELDS)

@@ -8,15 +8,16 @@ namespace norvane {
 
 struct NVESSigner;
 
-// clang-format off: a field list is a table.
-#define NVM_SIGNER_OWN_FIELDS(FIELD, R)                                                                      \
-    FIELD(R, Text, requireSignerCertificate)                                                                 \
-    FIELD(R, Text, recipientSuppliesTabs) FIELD(R, Text, bulkRecipientsUri)                                  \
-        FIELD(R, Record<NVMRecipientSignatureInformation>, signatureInfo) FIELD(R, Record<NVMTabs>, tabs)    \
-            FIELD(R, TextList, excludedDocuments) FIELD(R, Bool, defaultRecipient)                           \
-                FIELD(R, Bool, signInEachLocation) FIELD(R, Bool, requireSignOnPaper)                        \
-                    FIELD(R, Bool, canSignOffline) FIELD(R, Bool, isBulkRecipient)
-#define NVM_SIGNER_FIELDS(FIELD, R) NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R) NVM_SIGNER_OWN_FIELDS(FIELD, R)
+// clang-format off
+#define NVM_SIGNER_OWN_FIELDS(FIELD, R) \
+    FIELD(R, Text, requireSignerCertificate) FIELD(R, Text, recipientSuppliesTabs) \
+    FIELD(R, Text, bulkRecipientsUri) \
+    FIELD(R, Record<NVMRecipientSignatureInformation>, signatureInfo) FIELD(R, Record<NVMTabs>, tabs) \
+    FIELD(R, TextList, excludedDocuments) FIELD(R, Bool, defaultRecipient) \
+    FIELD(R, Bool, signInEachLocation) FIELD(R, Bool, requireSignOnPaper) \
+    FIELD(R, Bool, canSignOffline) FIELD(R, Bool, isBulkRecipient)
+#define NVM_SIGNER_FIELDS(FIELD, R) \
+    NVM_NAMED_RECIPIENT_ALL_FIELDS(FIELD, R) NVM_SIGNER_OWN_FIELDS(FIELD, R)
 // clang-format on
 
 /// One who signs.

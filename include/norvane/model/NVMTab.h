@@ -19,39 +19,35 @@ struct NVMCDTab;
 struct NVMDocument;
 struct NVMRecipient;
 
-// clang-format off: a field list is a table.
-#define NVM_TAB_FIELDS(FIELD, R)                                                                             \
-    FIELD(R, Integer, tabType)                                                                               \
-    FIELD(R, Text, documentId) FIELD(R, Text, recipientId) FIELD(R, Text, tabId) FIELD(R, Text, tabLabel)    \
-        FIELD(R, Text, name) FIELD(R, Text, customTabId) FIELD(R, Text, status) FIELD(R, Text, value)        \
-            FIELD(R, Number, pageNumber) FIELD(R, Number, tabOrder) FIELD(R, Bool, templateLocked)           \
-                FIELD(R, Bool, templateRequired) FIELD(R, Text, anchorString) FIELD(R, Text, anchorUnits)    \
-                    FIELD(R, Text, anchorHorizontalAlignment) FIELD(R, Number, anchorXOffset)                \
-                        FIELD(R, Number, anchorYOffset) FIELD(R, Bool, anchorIgnoreIfNotPresent)             \
-                            FIELD(R, Bool, anchorCaseSensitive) FIELD(R, Bool, anchorMatchWholeWord)         \
-                                FIELD(R, Text, conditionalParentLabel)                                       \
-                                    FIELD(R, Text, conditionalParentValue)                                   \
-                                        FIELD(R, Record<NVMTabFrame>, frame)                                 \
-                                            FIELD(R, Record<NVMMergeField>, mergeField)                      \
-                                                FIELD(R, Record<NVMErrorDetails>, errorDetails)
+// clang-format off
+#define NVM_TAB_FIELDS(FIELD, R) \
+    FIELD(R, Integer, tabType) FIELD(R, Text, documentId) FIELD(R, Text, recipientId) \
+    FIELD(R, Text, tabId) FIELD(R, Text, tabLabel) FIELD(R, Text, name) FIELD(R, Text, customTabId) \
+    FIELD(R, Text, status) FIELD(R, Text, value) FIELD(R, Number, pageNumber) \
+    FIELD(R, Number, tabOrder) FIELD(R, Bool, templateLocked) FIELD(R, Bool, templateRequired) \
+    FIELD(R, Text, anchorString) FIELD(R, Text, anchorUnits) FIELD(R, Text, anchorHorizontalAlignment) \
+    FIELD(R, Number, anchorXOffset) FIELD(R, Number, anchorYOffset) \
+    FIELD(R, Bool, anchorIgnoreIfNotPresent) FIELD(R, Bool, anchorCaseSensitive) \
+    FIELD(R, Bool, anchorMatchWholeWord) FIELD(R, Text, conditionalParentLabel) \
+    FIELD(R, Text, conditionalParentValue) FIELD(R, Record<NVMTabFrame>, frame) \
+    FIELD(R, Record<NVMMergeField>, mergeField) FIELD(R, Record<NVMErrorDetails>, errorDetails)
 
 /// The look of a tab that shows text.
-#define NVM_TAB_FONT_FIELDS(FIELD, R)                                                                        \
-    FIELD(R, Text, font)                                                                                     \
-    FIELD(R, Text, fontColor) FIELD(R, Text, fontSize) FIELD(R, Bool, bold) FIELD(R, Bool, italic)           \
-        FIELD(R, Bool, underline)
+#define NVM_TAB_FONT_FIELDS(FIELD, R) \
+    FIELD(R, Text, font) FIELD(R, Text, fontColor) FIELD(R, Text, fontSize) FIELD(R, Bool, bold) \
+    FIELD(R, Bool, italic) FIELD(R, Bool, underline)
 
 /// What tabs that hold an entered text have beside their look.
-#define NVM_TAB_ENTRY_FIELDS(FIELD, R)                                                                       \
-    FIELD(R, Text, originalValue)                                                                            \
-    FIELD(R, Number, maxLength) FIELD(R, Bool, concealValueOnDocument) FIELD(R, Bool, disableAutoSize)
+#define NVM_TAB_ENTRY_FIELDS(FIELD, R) \
+    FIELD(R, Text, originalValue) FIELD(R, Number, maxLength) FIELD(R, Bool, concealValueOnDocument) \
+    FIELD(R, Bool, disableAutoSize)
 
 /// What text and formula tabs have alone.
-#define NVM_TAB_VALIDATION_FIELDS(FIELD, R)                                                                  \
-    FIELD(R, Text, formula)                                                                                  \
-    FIELD(R, Text, validationPattern) FIELD(R, Text, validationMessage) FIELD(R, Bool, isPaymentAmount)      \
-        FIELD(R, Bool, shared) FIELD(R, Bool, requireInitialOnSharedChange) FIELD(R, Bool, senderRequired)   \
-            FIELD(R, Bool, requireAll)
+#define NVM_TAB_VALIDATION_FIELDS(FIELD, R) \
+    FIELD(R, Text, formula) FIELD(R, Text, validationPattern) FIELD(R, Text, validationMessage) \
+    FIELD(R, Bool, isPaymentAmount) FIELD(R, Bool, shared) \
+    FIELD(R, Bool, requireInitialOnSharedChange) FIELD(R, Bool, senderRequired) \
+    FIELD(R, Bool, requireAll)
 // clang-format on
 
 /// A field on a page that a recipient fills in or signs: what all kinds have in common. `recipientId` names

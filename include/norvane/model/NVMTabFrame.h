@@ -7,9 +7,10 @@ namespace norvane {
 struct NVMCDFrame;
 
 /// Where a tab lies: whole points (1/72 inch) from the page's top-left corner, y growing downwards.
-// clang-format off: a field list is a table.
-#define NVM_TAB_FRAME_FIELDS(FIELD, R)                                                                       \
-    FIELD(R, Integer, originX) FIELD(R, Integer, originY) FIELD(R, Integer, width) FIELD(R, Integer, height)
+// clang-format off
+#define NVM_TAB_FRAME_FIELDS(FIELD, R) \
+    FIELD(R, Integer, originX) FIELD(R, Integer, originY) FIELD(R, Integer, width) \
+    FIELD(R, Integer, height)
 // clang-format on
 struct NVMTabFrame {
     NORVANE_RECORD(NVMTabFrame, NVM_TAB_FRAME_FIELDS)

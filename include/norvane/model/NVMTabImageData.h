@@ -7,7 +7,7 @@ namespace norvane {
 struct NVMCDTabImageData;
 
 /// The bytes of an image file.
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_TAB_IMAGE_DATA_FIELDS(FIELD, R) FIELD(R, Bytes, data)
 // clang-format on
 struct NVMTabImageData {

@@ -21,14 +21,13 @@ namespace norvane {
 struct NVESTabs;
 struct NVMCDTabs;
 
-// clang-format off: a field list is a table.
-#define NVM_TABS_FIELDS(FIELD, R)                                                                            \
-    FIELD(R, List<NVMSignHere>, signHereTabs)                                                                \
-    FIELD(R, List<NVMInitialHere>, initialHereTabs) FIELD(R, List<NVMFullName>, fullNameTabs)                \
-        FIELD(R, List<NVMDateSigned>, dateSignedTabs) FIELD(R, List<NVMCompany>, companyTabs)                \
-            FIELD(R, List<NVMTitle>, titleTabs) FIELD(R, List<NVMText>, textTabs)                            \
-                FIELD(R, List<NVMCheckbox>, checkboxTabs) FIELD(R, List<NVMRadioGroup>, radioGroupTabs)      \
-                    FIELD(R, List<NVMFormula>, formulaTabs)
+// clang-format off
+#define NVM_TABS_FIELDS(FIELD, R) \
+    FIELD(R, List<NVMSignHere>, signHereTabs) FIELD(R, List<NVMInitialHere>, initialHereTabs) \
+    FIELD(R, List<NVMFullName>, fullNameTabs) FIELD(R, List<NVMDateSigned>, dateSignedTabs) \
+    FIELD(R, List<NVMCompany>, companyTabs) FIELD(R, List<NVMTitle>, titleTabs) \
+    FIELD(R, List<NVMText>, textTabs) FIELD(R, List<NVMCheckbox>, checkboxTabs) \
+    FIELD(R, List<NVMRadioGroup>, radioGroupTabs) FIELD(R, List<NVMFormula>, formulaTabs)
 // clang-format on
 
 /// The tabs of one signer, a list a kind.
@@ -51,7 +50,7 @@ struct NVMTabs {
     bool removeTab(const std::shared_ptr<NVMTab>& tab);
 
     /// The kinds ("Company", "Checkbox", "DateSigned", "FullName", "InitialHere", "SignHere", "Text",
-    /// "Title") whose list holds a tab of type 0, in this order. Radio groups and formula tabs are not
+    /// "Title") whose list holds a tab of type 0, in no promised order. Radio groups and formula tabs are not
     /// inspected, deliberately. None for null.
     static std::vector<std::string> unsupportedTabTypes(const NVMTabs* tabs);
 };

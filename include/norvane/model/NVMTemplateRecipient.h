@@ -14,13 +14,12 @@ inline constexpr std::int64_t NVMTemplateRecipientNameDisabled = 1;
 inline constexpr std::int64_t NVMTemplateRecipientEmailDisabled = 2;
 inline constexpr std::int64_t NVMTemplateRecipientInPersonSignerNameDisabled = 4;
 
-// clang-format off: a field list is a table.
-#define NVM_TEMPLATE_RECIPIENT_FIELDS(FIELD, R)                                                              \
-    FIELD(R, Integer, recipientType)                                                                         \
-    FIELD(R, Integer, disabledProperties) FIELD(R, Text, ID) FIELD(R, Text, roleName)                        \
-        FIELD(R, Text, recipientName) FIELD(R, Text, recipientEmail) FIELD(R, Text, inPersonSignerName)      \
-            FIELD(R, Text, inPersonSignerEmail) FIELD(R, Number, routingOrder) FIELD(R, Bool, editDisabled)  \
-                FIELD(R, Record<NVMTabs>, tabs)
+// clang-format off
+#define NVM_TEMPLATE_RECIPIENT_FIELDS(FIELD, R) \
+    FIELD(R, Integer, recipientType) FIELD(R, Integer, disabledProperties) FIELD(R, Text, ID) \
+    FIELD(R, Text, roleName) FIELD(R, Text, recipientName) FIELD(R, Text, recipientEmail) \
+    FIELD(R, Text, inPersonSignerName) FIELD(R, Text, inPersonSignerEmail) \
+    FIELD(R, Number, routingOrder) FIELD(R, Bool, editDisabled) FIELD(R, Record<NVMTabs>, tabs)
 // clang-format on
 
 /// An editable view of one role of a template, used while the template is sent. For an in-person signer

@@ -4,8 +4,8 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
-#define NVM_TEXT_OWN_FIELDS(FIELD, R)                                                                        \
+// clang-format off
+#define NVM_TEXT_OWN_FIELDS(FIELD, R) \
     NVM_TAB_VALIDATION_FIELDS(FIELD, R) NVM_TAB_ENTRY_FIELDS(FIELD, R) NVM_TAB_FONT_FIELDS(FIELD, R)
 #define NVM_TEXT_FIELDS(FIELD, R) NVM_TEXT_TAB_FIELDS(FIELD, R) NVM_TEXT_OWN_FIELDS(FIELD, R)
 // clang-format on

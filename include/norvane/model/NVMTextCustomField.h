@@ -8,11 +8,10 @@ struct NVESTextCustomField;
 struct NVMCDTextCustomField;
 
 /// A custom field of free text.
-// clang-format off: a field list is a table.
-#define NVM_TEXT_CUSTOM_FIELD_FIELDS(FIELD, R)                                                               \
-    FIELD(R, Text, fieldId)                                                                                  \
-    FIELD(R, Text, name) FIELD(R, Text, value) FIELD(R, Text, configurationType) FIELD(R, Bool, show)        \
-        FIELD(R, Bool, required)
+// clang-format off
+#define NVM_TEXT_CUSTOM_FIELD_FIELDS(FIELD, R) \
+    FIELD(R, Text, fieldId) FIELD(R, Text, name) FIELD(R, Text, value) \
+    FIELD(R, Text, configurationType) FIELD(R, Bool, show) FIELD(R, Bool, required)
 // clang-format on
 struct NVMTextCustomField {
     NORVANE_RECORD(NVMTextCustomField, NVM_TEXT_CUSTOM_FIELD_FIELDS)

@@ -4,7 +4,7 @@
 
 namespace norvane {
 
-// clang-format off: a field list is a table.
+// clang-format off
 #define NVM_TEXT_TAB_OWN_FIELDS(FIELD, R) FIELD(R, Bool, required) FIELD(R, Bool, locked)
 #define NVM_TEXT_TAB_FIELDS(FIELD, R) NVM_TAB_FIELDS(FIELD, R) NVM_TEXT_TAB_OWN_FIELDS(FIELD, R)
 // clang-format on

@@ -65,7 +65,7 @@ using HttpHeaders = std::vector<std::pair<std::string, std::string>>;
 struct CertificatePolicy {
     /// PEM or DER file of a certificate that the server's chain must contain: the server's own, or one that
     /// it was issued under.
-    std::optional<std::string> pinnedCertificateFile;
+    std::optional<std::string> pinnedCertificateFile{};
     bool allowsInvalidCertificates = false;
     bool validatesHostName = true;
     friend bool operator==(const CertificatePolicy&, const CertificatePolicy&) = default;
@@ -74,21 +74,21 @@ struct CertificatePolicy {
 struct HttpRequest {
     std::string method = "GET";
     Url url;
-    HttpHeaders headers; ///< sent in this order; control characters in one refuse the request
-    std::shared_ptr<HttpBody> body; ///< may be null
+    HttpHeaders headers{}; ///< sent in this order; control characters in one refuse the request
+    std::shared_ptr<HttpBody> body{}; ///< may be null
     /// Seconds without any progress until the request times out.
     std::chrono::seconds idleTimeout{60};
     /// Whether the answer may come from, and go to, the shared response cache (GET only, RFC 9111 rules).
     bool usesCache = false;
-    CertificatePolicy certificates;
+    CertificatePolicy certificates{};
 };
 
 struct HttpResponse {
     int status = 0;
-    HttpHeaders headers; ///< names as received
-    Data body;           ///< empty for a download that succeeded
+    HttpHeaders headers{}; ///< names as received
+    Data body{};           ///< empty for a download that succeeded
     /// Where a download with a 2xx status lies; the receiver owns the file and removes it.
-    std::optional<std::filesystem::path> file;
+    std::optional<std::filesystem::path> file{};
 
     /// The first header of that name, ignoring case.
     std::optional<std::string> header(std::string_view name) const;

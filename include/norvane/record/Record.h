@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string_view>
 #include <type_traits>
@@ -16,6 +17,34 @@ namespace norvane {
 enum class FieldKind { Text, Bool, Integer, Number, DateTime, Bytes, TextList, Any, Record, List, Local, Rest };
 
 class RecordType;
+
+namespace detail {
+
+template <class Word>
+inline bool sameWord(const char* a, const char* b) {
+    Word first, second;
+    std::memcpy(&first, a, sizeof first);
+    std::memcpy(&second, b, sizeof second);
+    return first == second;
+}
+
+/// Names are short and looked up by the ten thousand: cheaper than a call of memcmp. The last word may overlap the
+/// one before.
+inline bool sameName(std::string_view first, std::string_view second) {
+    const std::size_t size = first.size();
+    if (size != second.size()) return false;
+    const char* const a = first.data();
+    const char* const b = second.data();
+    if (size >= 8) {
+        for (std::size_t at = 0; at + 8 < size; at += 8)
+            if (!sameWord<std::uint64_t>(a + at, b + at)) return false;
+        return sameWord<std::uint64_t>(a + size - 8, b + size - 8);
+    }
+    if (size >= 4) return sameWord<std::uint32_t>(a, b) && sameWord<std::uint32_t>(a + size - 4, b + size - 4);
+    return first == second;
+}
+
+} // namespace detail
 
 /// How to reach the elements of a `field::List` or the target of a `field::Record` without its type.
 struct ReferenceAccess {
@@ -65,9 +94,14 @@ class RecordType {
     std::shared_ptr<void> make() const { return make_(); }
     /// The field of that name, or null. `hint` is where the caller expects it (the field after the last one
     /// found): records mostly arrive in the order of their table.
-    const Field* find(std::string_view name, std::size_t hint = 0) const;
+    const Field* find(std::string_view name, std::size_t hint = 0) const {
+        return hint < fields_.size() && detail::sameName(fields_[hint].name, name) ? &fields_[hint]
+                                                                                    : findByHash(name);
+    }
 
   private:
+    const Field* findByHash(std::string_view name) const;
+
     std::string_view name_;
     std::span<const Field> fields_;
     std::span<const std::uint8_t> slots_;
@@ -79,6 +113,10 @@ class RecordType {
 /// fields are shared between records of one type and left alone otherwise. Fields named in `except` are left.
 void copyLikeNamedFields(const RecordType& fromType, const void* from, const RecordType& toType, void* to,
                          std::span<const std::string_view> except = {});
+
+/// Copies one field as `copyLikeNamedFields` does, whatever the two names; false, and nothing changes, where the
+/// kinds do not allow it.
+bool copyField(const Field& fromField, const void* from, const Field& toField, void* to);
 
 /// Field by field, sub-records by content.
 bool equalRecords(const RecordType& type, const void* a, const void* b);

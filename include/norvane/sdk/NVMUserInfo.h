@@ -10,8 +10,8 @@ struct NVESUserInfo;
 // clang-format off: a field list is a table.
 #define NVM_USER_INFO_FIELDS(FIELD, R)                                                                       \
     FIELD(R, Text, userName)                                                                                 \
-    FIELD(R, Text, email) FIELD(R, Text, userId) FIELD(R, Text, userType) FIELD(R, Text, userStatus)         \
-        FIELD(R, Text, uri)
+    FIELD(R, Text, email)                                                                                    \
+    FIELD(R, Text, userId) FIELD(R, Text, userType) FIELD(R, Text, userStatus) FIELD(R, Text, uri)
 // clang-format on
 struct NVMUserInfo {
     NORVANE_RECORD(NVMUserInfo, NVM_USER_INFO_FIELDS)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 namespace norvane {
 
 // The two flags that say how far the kit is: set up, and signed in. Both are false when the process starts.
@@ -17,5 +19,10 @@ void NVM_clearCredentialsAndCachedTemplatesSuccessful(bool successful);
 
 /// The gate of every public template and envelope operation: set up and signed in.
 bool NVM_isSetupAndLoginSuccessful();
+
+/// Goes up with every sign-in and sign-out. Work that began under another number belongs to a user who has
+/// left: it must not store what it brings.
+std::uint64_t sessionNumber();
+void beginNextSession();
 
 } // namespace norvane

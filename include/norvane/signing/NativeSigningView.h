@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <norvane/pdf/AnnotationView.h>
+
 namespace norvane {
 
 struct NVMRecipient;
@@ -20,9 +22,8 @@ struct ConsumerDisclosure {
 
 /// The screen of offline signing, as its controller sees it. Every call comes on the main queue and returns at
 /// once; answers go to the controller's entry points, on the main queue, never inside the call.
-class NativeSigningView {
+class NativeSigningView : public AnnotationView {
   public:
-    virtual ~NativeSigningView() = default;
 
     virtual void showTitle(const std::string& title) = 0;
     virtual void showFinishButton(const std::string& title, bool enabled) = 0;
@@ -40,8 +41,6 @@ class NativeSigningView {
     virtual void endEditing() = 0;
     /// Brings a place into view: the page from 1 within the combined PDF, points from the page's top.
     virtual void scrollTo(int pageNumber, double originY) = 0;
-    /// The annotation was drawn anew.
-    virtual void updateAnnotation(const std::shared_ptr<NVMPDFBaseAnnotation>& annotation, int pageNumber) = 0;
     /// Closes the presented chooser, capture or disclosure screen.
     virtual void dismissPresented() = 0;
     /// Closes the screen; nothing is called after it.

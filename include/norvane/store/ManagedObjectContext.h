@@ -19,12 +19,13 @@ class ObjectStore;
 /// thread at a time may change and save.
 class ManagedObjectContext {
   public:
-    explicit ManagedObjectContext(std::shared_ptr<ObjectStore> store);
+    explicit ManagedObjectContext(const std::shared_ptr<ObjectStore>& store);
     ~ManagedObjectContext();
     ManagedObjectContext(const ManagedObjectContext&) = delete;
     ManagedObjectContext& operator=(const ManagedObjectContext&) = delete;
 
-    const std::shared_ptr<ObjectStore>& store() const { return store_; }
+    /// Null when the store is gone; everything gives `StoreError::NotOpen` then.
+    std::shared_ptr<ObjectStore> store() const { return store_.lock(); }
 
     // Reading. A list that was stored empty reads back as absent.
 
@@ -59,8 +60,8 @@ class ManagedObjectContext {
 
     // Changing.
 
-    /// Adds the object and all that it owns; `save` gives them their identifiers. Only entities that nothing
-    /// owns can be inserted by themselves.
+    /// Adds the object and all that it owns; `save` gives them their identifiers. An entity that others own is
+    /// inserted with its owner: by itself it throws NVMException.
     template <class T>
     void insert(std::shared_ptr<T> object) {
         insertErased(T::type(), std::move(object));
@@ -104,7 +105,7 @@ class ManagedObjectContext {
     void insertErased(const RecordType& type, Erased object);
     void updateErased(const RecordType& type, Erased object, std::vector<std::string_view> attributes);
 
-    std::shared_ptr<ObjectStore> store_;
+    std::weak_ptr<ObjectStore> store_;
     std::unique_ptr<Changes> changes_;
 };
 

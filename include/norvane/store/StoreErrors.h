@@ -24,6 +24,7 @@ enum class StoreError : std::int64_t {
     ObjectGone = -5,      ///< the row to change was removed meanwhile
     DocumentDamaged = -6, ///< the document's file is missing or is not what was written
     NotFound = -7,        ///< no stored object of that identifier
+    OlderModel = -8,      ///< made by an earlier kit and not migrated; it was left as it is
 };
 
 /// Whether nothing could be written because the disk is full.

@@ -1,0 +1,61 @@
+#include <norvane/signing/SignedPreview.h>
+
+#include <algorithm>
+
+#include "src/signing/TabAnnotations.h"
+
+#include <norvane/model/NVMCheckbox.h>
+#include <norvane/model/NVMEnvelopeDefinition.h>
+#include <norvane/pdf/PdfDocument.h>
+#include <norvane/sdk/Errors.h>
+
+namespace norvane {
+
+namespace {
+
+bool isFilled(const NVMTab& tab) {
+    if (const auto* imageTab = dynamic_cast<const NVMImageTabProtocol*>(&tab))
+        return imageTab->imageData && imageTab->imageData->data;
+    if (tab.tabType == NVMTabTypeCheckbox || tab.tabType == NVMTabTypeRadio) return annotatedTabOf(tab).selected;
+    return tab.value && !tab.value->empty();
+}
+
+/// Black text on the page itself: no frame, no ground.
+void writePlainText(const NVMTab& tab, const PdfPage& page) {
+    PdfAnnotation annotation = page.createFreeText(NVMPDFBaseAnnotation::ptnRectFromTab(annotatedTabOf(tab), page));
+    annotation.setBorderStyle({0, 0, 0});
+    annotation.setTextColor(Color{});
+    annotation.setContents(*tab.value);
+    annotation.setFlag(PdfAnnotationFlag::ReadOnly, true);
+    annotation.refreshAppearance();
+    page.pushFront(annotation);
+}
+
+void drawTab(const NVMTab& tab, const std::shared_ptr<PdfDocument>& document, int pageNumber) {
+    const auto page = document->page(static_cast<std::size_t>(std::max(pageNumber, 0)));
+    if (!page) return;
+    if (!isImageTabType(tab.tabType)) return writePlainText(tab, *page);
+    const auto annotation = createTabAnnotation(tab, document, pageNumber, {});
+    annotation->setEditable(false);
+    annotation->refreshVisuals();
+}
+
+} // namespace
+
+Result<Data> signedPreviewOf(const NVMEnvelopeDefinition& envelope) {
+    if (!envelope.combinedDocument || !envelope.combinedDocument->pdf) return NVM_errorTemplateHasNoDocuments();
+    auto document = PdfDocument::open(*envelope.combinedDocument->pdf);
+    if (!document) return document.error();
+    int startPage = 0;
+    for (const auto& source : envelope.sortedDocumentsByOrder()) {
+        for (const auto& tab : envelope.tagsForDocumentId(source->documentId)) {
+            if (!isFilled(*tab)) continue;
+            const int page = startPage + static_cast<int>(tab->pageNumber.value_or(1));
+            drawTab(*tab, *document, page);
+        }
+        startPage += static_cast<int>(Value(source->pages).integerValue());
+    }
+    return (*document)->save();
+}
+
+} // namespace norvane

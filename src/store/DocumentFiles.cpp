@@ -1,0 +1,150 @@
+#include <norvane/store/DocumentFiles.h>
+
+#include <norvane/platform/Platform.h>
+#include <norvane/store/ObjectStore.h>
+
+#include "src/store/FileJournal.h"
+#include "src/store/StoreErrorOf.h"
+#include "src/store/StoreWork.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace norvane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kUserDirectory = "/userId";
+
+Files& files() { return *Platform::current().files; }
+
+std::string documentsPath() { return files().documentsFolder().string(); }
+
+std::string subPath(std::string_view folder) {
+    return std::string(kUserDirectory) + "/" + std::string(folder) + "/" + NVM_uniqueDocumentFileName();
+}
+
+NVMError notOpen() { return storeError(StoreError::NotOpen, "The store is not open."); }
+
+NVMError damaged(std::string_view documentName, const std::string& reason, const Failure& cause = std::nullopt) {
+    auto error = storeError(StoreError::DocumentDamaged,
+                            "The document \"" + std::string(documentName) + "\" " + reason);
+    error.userInfo.emplace(kStoreDocumentKey, documentName);
+    if (cause) error.userInfo.emplace(kUnderlyingErrorKey, Value::object(std::make_shared<const NVMError>(*cause)));
+    return error;
+}
+
+/// Puts the name on record, lets the file be made, and strikes the name out again when that fails.
+Failure makeFile(const std::string& path, std::string_view folder, const std::function<Failure(const fs::path&)>& make) {
+    const auto target = NVM_documentsPathByAppendingPathComponent(path);
+    if (!target) return storeError(StoreError::NotFound, "No place for documents: " + path);
+    const auto store = ObjectStore::defaultStore();
+    if (!store) return notOpen();
+    if (auto error = NVM_setupUserDirectories(folder)) return error;
+    const auto& session = StoreWork::session(*store);
+    if (auto error = StoreWork::write(*store, [&](Connection& c) { FileJournal(c).add(path, session); })) return error;
+    const auto error = make(*target);
+    if (error) static_cast<void>(StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(path); }));
+    return error;
+}
+
+bool deleteFolder(std::string_view folder) {
+    return files().remove(NVM_getUserDirectoryPathWithFolder(folder));
+}
+
+} // namespace
+
+std::string NVM_getUserDirectoryPath() { return documentsPath() + std::string(kUserDirectory); }
+
+std::string NVM_getUserDirectoryPathWithFolder(std::string_view folder) {
+    return NVM_getUserDirectoryPath() + "/" + std::string(folder);
+}
+
+Failure NVM_createDirectoryIfMissing(const fs::path& folder) { return files().createFolder(folder); }
+
+Failure NVM_setupUserDirectories(std::string_view folder) {
+    if (auto error = NVM_createDirectoryIfMissing(NVM_getUserDirectoryPath())) return error;
+    return NVM_createDirectoryIfMissing(NVM_getUserDirectoryPathWithFolder(folder));
+}
+
+std::string NVM_uniqueDocumentFileName() { return Platform::current().random->uuidString() + ".pdf"; }
+std::string NVM_templateDocumentSubPath() { return subPath(kTemplateDocumentsFolder); }
+std::string NVM_envelopeDocumentSubPath() { return subPath(kEnvelopeDocumentsFolder); }
+
+std::optional<fs::path> NVM_documentsPathByAppendingPathComponent(std::string_view path) {
+    const fs::path relative = fs::path(path).relative_path();
+    if (path.find('\0') != std::string_view::npos || relative.begin() == relative.end()) return std::nullopt;
+    if (*relative.begin() != kUserDirectory.substr(1)) return std::nullopt;
+    if (std::find(relative.begin(), relative.end(), "..") != relative.end()) return std::nullopt;
+    return files().documentsFolder() / relative;
+}
+
+std::string NVM_thumbnailPathForDocumentId(std::string_view documentId) {
+    // A folder that cannot be made shows when the thumbnail is written.
+    static_cast<void>(NVM_setupUserDirectories(kThumbnailsFolder));
+    std::string name(documentId);
+    std::replace_if(name.begin(), name.end(), [](char c) { return c == '/' || c == '\0'; }, '_');
+    return NVM_getUserDirectoryPathWithFolder(kThumbnailsFolder) + "/" + name + "_thumb.png";
+}
+
+std::optional<Data> NVM_dataWithPath(std::string_view path) {
+    const auto file = NVM_documentsPathByAppendingPathComponent(path);
+    if (!file) return std::nullopt;
+    auto bytes = files().read(*file);
+    if (!bytes) return std::nullopt;
+    return std::move(bytes).value();
+}
+
+Result<Data> NVM_verifiedDataWithPath(std::string_view path, const std::optional<std::string>& sha256,
+                                      std::string_view documentName) {
+    const auto file = NVM_documentsPathByAppendingPathComponent(path);
+    if (!file) return damaged(documentName, "has no file.");
+    auto bytes = files().read(*file);
+    if (!bytes) return damaged(documentName, "cannot be read.", bytes.error());
+    if (sha256 && sha256Hex(bytes->view()) != *sha256) return damaged(documentName, "is not what was stored.");
+    return bytes;
+}
+
+Failure NVM_verifyDocumentWithPath(std::string_view path, const std::optional<std::string>& sha256,
+                                   std::string_view documentName) {
+    const auto file = NVM_documentsPathByAppendingPathComponent(path);
+    if (!file) return damaged(documentName, "has no file.");
+    const auto digest = files().sha256(*file);
+    if (!digest) return damaged(documentName, "cannot be read.", digest.error());
+    if (sha256 && *digest != *sha256) return damaged(documentName, "is not what was stored.");
+    return std::nullopt;
+}
+
+Failure NVM_encryptedWriteToFile(const Data& bytes, const std::string& path, std::string_view folder) {
+    return makeFile(path, folder, [&](const fs::path& target) { return files().write(target, bytes); });
+}
+
+Failure NVM_encryptedWriteTemplateDocument(const Data& bytes, const std::string& path, std::string_view folder) {
+    return NVM_encryptedWriteToFile(bytes, path, folder);
+}
+
+Failure NVM_moveDocumentFile(const fs::path& from, const std::string& path, std::string_view folder) {
+    return makeFile(path, folder, [&](const fs::path& target) { return files().move(from, target); });
+}
+
+Failure NVM_linkOrCopyDocumentFile(const fs::path& from, const std::string& path, std::string_view folder) {
+    return makeFile(path, folder, [&](const fs::path& target) { return files().linkOrCopy(from, target); });
+}
+
+bool NVM_deleteDocumentWithPath(std::string_view path) {
+    const auto file = NVM_documentsPathByAppendingPathComponent(path);
+    const bool removed = file && files().remove(*file);
+    const auto store = ObjectStore::defaultStore();
+    // An entry that stays in the journal names a file that is gone, which is no harm.
+    if (removed && store)
+        static_cast<void>(StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(std::string(path)); }));
+    return removed;
+}
+
+bool NVM_deleteAllTemplateDocuments() { return deleteFolder(kTemplateDocumentsFolder); }
+bool NVM_deleteAllEnvelopeDocuments() { return deleteFolder(kEnvelopeDocumentsFolder); }
+bool NVM_deleteAllDocumentThumbnails() { return deleteFolder(kThumbnailsFolder); }
+
+} // namespace norvane

@@ -1,0 +1,109 @@
+#include "src/store/FileJournal.h"
+
+#include <norvane/platform/Platform.h>
+#include <norvane/store/DocumentFiles.h>
+
+#include "src/store/StoreWork.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace norvane {
+
+namespace {
+
+const std::string kAdd = "INSERT OR REPLACE INTO nv_file (path, session) VALUES (?, ?)";
+const std::string kRemove = "DELETE FROM nv_file WHERE path = ?";
+const std::string kEntries = "SELECT path, session FROM nv_file";
+const std::string kNamed = 
+    "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) OR filePath IN (?1, '/' || ?1) LIMIT 1";
+
+/// One spelling of a path, so that a row's and the journal's agree: without the slash in front.
+std::string canonical(const std::string& path) {
+    return std::filesystem::path(path).relative_path().lexically_normal().string();
+}
+
+bool isHalfWritten(const std::filesystem::path& file) {
+    const std::string name = file.filename().string();
+    return name.starts_with(".norvane-") && name.ends_with(".tmp");
+}
+
+void removeHalfWritten(std::string_view folder) {
+    std::error_code error;
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator(NVM_getUserDirectoryPathWithFolder(folder), error))
+        if (isHalfWritten(entry.path())) files.push_back(entry.path());
+    for (const auto& file : files)
+        Platform::current().files->remove(file);
+}
+
+} // namespace
+
+void FileJournal::add(const std::string& path, const std::string& session) {
+    const auto statement = connection_.kept(kAdd);
+    statement->bind(1, canonical(path));
+    statement->bind(2, session);
+    statement->exec();
+}
+
+void FileJournal::remove(const std::string& path) {
+    const auto statement = connection_.kept(kRemove);
+    statement->bind(1, canonical(path));
+    statement->exec();
+}
+
+std::vector<FileJournal::Entry> FileJournal::entries() {
+    std::vector<Entry> entries;
+    const auto statement = connection_.kept(kEntries);
+    while (statement->executeStep())
+        entries.push_back({statement->getColumn(0).getString(), statement->getColumn(1).getString()});
+    return entries;
+}
+
+bool FileJournal::isNamed(const std::string& path) {
+    const auto statement = connection_.kept(kNamed);
+    statement->bind(1, canonical(path));
+    return statement->executeStep();
+}
+
+void FileJournal::removeDropped(ObjectStore& store, const std::vector<std::string>& paths) {
+    std::vector<std::string> unnamed;
+    const auto collect = [&](Connection& connection) {
+        for (const auto& path : paths)
+            if (!FileJournal(connection).isNamed(path)) unnamed.push_back(path);
+    };
+    if (paths.empty() || StoreWork::read(store, collect)) return;
+    for (const auto& path : unnamed)
+        if (const auto file = NVM_documentsPathByAppendingPathComponent(path)) Platform::current().files->remove(*file);
+    static_cast<void>(StoreWork::write(store, [&](Connection& connection) {
+        for (const auto& path : paths)
+            FileJournal(connection).remove(path);
+    }));
+}
+
+Failure clearLeftovers(ObjectStore& store, const Session& session) {
+    std::vector<std::string> ended, unnamed;
+    const auto collect = [&](Connection& connection) {
+        FileJournal journal(connection);
+        for (const auto& entry : journal.entries()) {
+            if (session.isAlive(entry.session)) continue;
+            ended.push_back(entry.path);
+            if (!journal.isNamed(entry.path)) unnamed.push_back(entry.path);
+        }
+    };
+    if (auto error = StoreWork::read(store, collect)) return error;
+    for (const auto& path : unnamed)
+        if (const auto file = NVM_documentsPathByAppendingPathComponent(path)) Platform::current().files->remove(*file);
+    if (!session.clearEnded()) {
+        removeHalfWritten(kEnvelopeDocumentsFolder);
+        removeHalfWritten(kTemplateDocumentsFolder);
+    }
+    return StoreWork::write(store, [&](Connection& connection) {
+        for (const auto& path : ended)
+            FileJournal(connection).remove(path);
+        connection.run("DELETE FROM nv_uploadAttempt WHERE transactionId NOT IN "
+                       "(SELECT transactionId FROM NVMCDEnvelopeDefinition WHERE transactionId IS NOT NULL)");
+    });
+}
+
+} // namespace norvane

@@ -1,0 +1,205 @@
+#include <norvane/store/ManagedObjectContext.h>
+
+#include <norvane/platform/NVMException.h>
+#include <norvane/store/ObjectStore.h>
+
+#include "src/store/FileJournal.h"
+#include "src/store/Query.h"
+#include "src/store/StoreErrorOf.h"
+#include "src/store/StoreWork.h"
+#include "src/store/Trees.h"
+
+#include <utility>
+
+namespace norvane {
+
+namespace {
+
+/// Ends a transaction because a row to change is gone.
+struct ObjectGone {};
+
+using Change = std::function<void(TreeWriter&, Connection&)>;
+
+NVMError storeIsGone() { return storeError(StoreError::NotOpen, "The store is not open."); }
+
+NVMError objectIsGone() {
+    return storeError(StoreError::ObjectGone, "What was to be changed was removed meanwhile.");
+}
+
+/// The changes, until the transaction has taken them all.
+class Transaction {
+  public:
+    explicit Transaction(const std::vector<Change>& changes)
+        : changes_(changes) {}
+
+    Failure run(ObjectStore& store) {
+        std::optional<TreeWriter> writer;
+        Failure error;
+        try {
+            error = StoreWork::write(store, [&](Connection& connection) {
+                writer.emplace(connection);
+                for (const auto& change : changes_)
+                    change(*writer, connection);
+            });
+        } catch (const ObjectGone&) {
+            error = objectIsGone();
+        }
+        if (error && writer) writer->forgetIdentifiers();
+        return error;
+    }
+
+  private:
+    const std::vector<Change>& changes_;
+};
+
+} // namespace
+
+struct ManagedObjectContext::Changes {
+    std::vector<Change> changes;
+    std::vector<std::string> droppedFiles;
+};
+
+ManagedObjectContext::ManagedObjectContext(const std::shared_ptr<ObjectStore>& store)
+    : store_(store)
+    , changes_(std::make_unique<Changes>()) {}
+
+ManagedObjectContext::~ManagedObjectContext() = default;
+
+Result<std::vector<ManagedObjectContext::Erased>>
+ManagedObjectContext::fetchErased(const FetchRequest& request, const RecordType& type) const {
+    const Query query(request);
+    if (query.entity().type != &type) throw NVMException("InvalidFetchRequest", "a request of another entity");
+    const auto store = store_.lock();
+    if (!store) return storeIsGone();
+    std::vector<Erased> objects;
+    const auto load = [&](Connection& connection) {
+        for (const std::int64_t row : query.rows(connection))
+            objects.push_back(loadTree(connection, query.entity(), row));
+    };
+    if (auto error = StoreWork::read(*store, load)) return *error;
+    return objects;
+}
+
+Result<ManagedObjectContext::Erased> ManagedObjectContext::objectErased(const ManagedObjectID& id,
+                                                                        const RecordType& type) const {
+    const auto store = store_.lock();
+    if (!store) return storeIsGone();
+    Erased object;
+    if (id.entity != type.name()) return object;
+    const auto load = [&](Connection& connection) {
+        object = loadTree(connection, Model::current().entity(type), id.row);
+    };
+    if (auto error = StoreWork::read(*store, load)) return *error;
+    return object;
+}
+
+Result<std::vector<ManagedObjectID>> ManagedObjectContext::fetchIDs(const FetchRequest& request) const {
+    const Query query(request);
+    const auto store = store_.lock();
+    if (!store) return storeIsGone();
+    std::vector<ManagedObjectID> ids;
+    const auto load = [&](Connection& connection) {
+        for (const std::int64_t row : query.rows(connection))
+            ids.push_back({query.entity().name(), row});
+    };
+    if (auto error = StoreWork::read(*store, load)) return *error;
+    return ids;
+}
+
+Result<std::size_t> ManagedObjectContext::count(const FetchRequest& request) const {
+    const Query query(request);
+    const auto store = store_.lock();
+    if (!store) return storeIsGone();
+    std::size_t count = 0;
+    if (auto error = StoreWork::read(*store, [&](Connection& connection) { count = query.count(connection); }))
+        return *error;
+    return count;
+}
+
+Result<std::vector<std::vector<Value>>>
+ManagedObjectContext::fetchProperties(const FetchRequest& request,
+                                      const std::vector<std::string_view>& columns) const {
+    const Query query(request);
+    const auto store = store_.lock();
+    if (!store) return storeIsGone();
+    std::vector<std::vector<Value>> rows;
+    const auto load = [&](Connection& connection) { rows = query.properties(connection, columns); };
+    if (auto error = StoreWork::read(*store, load)) return *error;
+    return rows;
+}
+
+void ManagedObjectContext::insertErased(const RecordType& type, Erased object) {
+    const Entity& entity = Model::current().entity(type);
+    if (!entity.isRoot()) throw NVMException("InvalidInsert", "inserted without owner: " + std::string(type.name()));
+    changes_->changes.push_back([&entity, object = std::move(object)](TreeWriter& writer, Connection&) {
+        writer.insert(entity, object.get());
+    });
+}
+
+void ManagedObjectContext::updateErased(const RecordType& type, Erased object,
+                                        std::vector<std::string_view> attributes) {
+    const Entity& entity = Model::current().entity(type);
+    for (const auto name : attributes)
+        if (!entity.attribute(name)) throw NVMException("InvalidUpdate", "no attribute " + std::string(name));
+    changes_->changes.push_back(
+        [&entity, object = std::move(object), attributes = std::move(attributes)](TreeWriter& writer, Connection&) {
+            const bool there = attributes.empty() ? writer.update(entity, object.get())
+                                                  : writer.updateAttributes(entity, object.get(), attributes);
+            if (!there) throw ObjectGone{};
+        });
+}
+
+void ManagedObjectContext::remove(const ManagedObjectID& id) {
+    const Entity* entity = Model::current().find(id.entity);
+    if (!entity) throw NVMException("InvalidObjectID", "no entity " + std::string(id.entity));
+    changes_->changes.push_back([entity, row = id.row](TreeWriter&, Connection& connection) {
+        const auto statement = connection.kept(entity->remove);
+        statement->bind(1, row);
+        statement->exec();
+    });
+}
+
+void ManagedObjectContext::removeAll(const RecordType& type) {
+    changes_->changes.push_back([&entity = Model::current().entity(type)](TreeWriter&, Connection& connection) {
+        connection.kept(entity.removeAll)->exec();
+    });
+}
+
+void ManagedObjectContext::removeMatching(const FetchRequest& request) {
+    changes_->changes.push_back(
+        [query = Query(request)](TreeWriter&, Connection& connection) { query.remove(connection); });
+}
+
+void ManagedObjectContext::adoptFile(const std::string& path) {
+    StoreWork::join(*this, [path](Connection& connection) { FileJournal(connection).remove(path); });
+}
+
+void ManagedObjectContext::dropFile(const std::string& path) {
+    const auto store = store_.lock();
+    if (!store) return;
+    StoreWork::join(*this, [path, session = StoreWork::session(*store)](Connection& connection) {
+        FileJournal(connection).add(path, session);
+    });
+    changes_->droppedFiles.push_back(path);
+}
+
+bool ManagedObjectContext::hasChanges() const { return !changes_->changes.empty(); }
+
+void ManagedObjectContext::rollback() { *changes_ = {}; }
+
+Failure ManagedObjectContext::save() {
+    const Changes changes = std::exchange(*changes_, {});
+    if (changes.changes.empty()) return std::nullopt;
+    const auto store = store_.lock();
+    if (!store) return storeIsGone();
+    if (auto error = Transaction(changes.changes).run(*store)) return error;
+    FileJournal::removeDropped(*store, changes.droppedFiles);
+    return std::nullopt;
+}
+
+void StoreWork::join(ManagedObjectContext& context, Work work) {
+    context.changes_->changes.push_back(
+        [work = std::move(work)](TreeWriter&, Connection& connection) { work(connection); });
+}
+
+} // namespace norvane

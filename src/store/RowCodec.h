@@ -1,0 +1,23 @@
+#pragma once
+
+#include <SQLiteCpp/Column.h>
+#include <SQLiteCpp/Statement.h>
+
+#include "src/store/Model.h"
+
+namespace norvane {
+
+/// Binds the attributes to parameters 1 and up without copying texts and bytes, and answers the next parameter. The
+/// record must stay as it is until the statement is reset.
+int bindAttributes(SQLite::Statement& statement, const Entity& entity, const void* record);
+void bindAttribute(SQLite::Statement& statement, int parameter, const Field& field, const void* record);
+
+/// Sets the record's attributes from the columns from `firstColumn` on. What a column holds beyond its kind
+/// reads as absent.
+void readAttributes(SQLite::Statement& statement, int firstColumn, const Entity& entity, void* record);
+Value readValue(SQLite::Statement& statement, int column, FieldKind kind);
+
+/// Binds a condition's value as the column stores it.
+void bindValue(SQLite::Statement& statement, int parameter, const Value& value);
+
+} // namespace norvane

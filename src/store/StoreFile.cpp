@@ -1,0 +1,89 @@
+#include "src/store/StoreFile.h"
+
+#include "src/platform/DurableFile.h"
+#include "src/store/Connection.h"
+#include "src/store/Model.h"
+#include "src/store/StoreErrorOf.h"
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <string>
+
+namespace norvane {
+
+namespace {
+
+constexpr std::string_view kMagic("SQLite format 3\0", 16);
+
+/// What the file's first bytes say: a file that is no database never gets as far as SQLite.
+Result<StoreFileKind> kindByHeader(const std::filesystem::path& file) {
+    const auto descriptor = openForReading(file, false);
+    if (!descriptor) {
+        if (descriptor.error().code == ENOENT) return StoreFileKind::Missing;
+        return descriptor.error();
+    }
+    char header[16];
+    const auto count = readSome(*descriptor, header, sizeof header, file);
+    if (!count) return count.error();
+    if (*count == 0) return StoreFileKind::Empty;
+    return std::string_view(header, *count) == kMagic ? StoreFileKind::Store : StoreFileKind::Foreign;
+}
+
+int number(SQLite::Database& database, const char* sql) { return database.execAndGet(sql).getInt(); }
+
+StoreFileIdentity identityOf(SQLite::Database& database) {
+    if (number(database, "SELECT count(*) FROM sqlite_master") == 0) return {StoreFileKind::Empty};
+    if (!database.tableExists("NVMCDEnvelopeDefinition")) return {StoreFileKind::Foreign};
+    return {StoreFileKind::Store, number(database, "PRAGMA user_version")};
+}
+
+void writeSchema(Connection& connection) {
+    WriteTransaction transaction(connection);
+    if (identityOf(connection.database()).kind != StoreFileKind::Empty) return;
+    for (const auto& statement : Model::current().schema())
+        connection.run(statement.c_str());
+    connection.run("INSERT INTO nv_metadata VALUES ('modelName', 'NorvaneSDK'), ('modelVersion', '2')");
+    connection.run("PRAGMA user_version = 2");
+    static_assert(Model::kVersion == 2);
+    transaction.commit();
+}
+
+} // namespace
+
+Result<StoreFileIdentity> identifyStoreFile(const std::filesystem::path& file) {
+    const auto kind = kindByHeader(file);
+    if (!kind) return kind.error();
+    if (*kind != StoreFileKind::Store) return StoreFileIdentity{*kind};
+    try {
+        SQLite::Database database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOFOLLOW, 10'000);
+        // Otherwise closing would bring the journal into a file that may not be ours to touch.
+        sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        return identityOf(database);
+    } catch (const SQLite::Exception& exception) {
+        if (exception.getErrorCode() == SQLITE_NOTADB) return StoreFileIdentity{StoreFileKind::Foreign};
+        return storeErrorOf(exception, nullptr);
+    }
+}
+
+Failure protectStoreFile(const std::filesystem::path& file) {
+    const FileDescriptor descriptor(open(file.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
+    if (!descriptor.isOpen() || fchmod(descriptor.get(), 0600) != 0) return fileError(errno, file);
+    return std::nullopt;
+}
+
+Failure createSchema(const std::filesystem::path& file) {
+    std::unique_ptr<Connection> connection;
+    try {
+        connection = std::make_unique<Connection>(file, Connection::Use::Writing);
+        connection->run("PRAGMA journal_mode = WAL");
+        writeSchema(*connection);
+        return std::nullopt;
+    } catch (const SQLite::Exception& exception) {
+        return storeErrorOf(exception, connection ? connection->handle() : nullptr);
+    }
+}
+
+} // namespace norvane

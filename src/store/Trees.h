@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "src/store/Connection.h"
+#include "src/store/Model.h"
+
+namespace norvane {
+
+/// Loads the object of the row with everything that it owns; null when the row is gone.
+std::shared_ptr<void> loadTree(Connection& connection, const Entity& entity, std::int64_t row);
+
+/// Writes objects with everything that they own, inside the caller's transaction.
+class TreeWriter {
+  public:
+    explicit TreeWriter(Connection& connection)
+        : connection_(connection) {}
+
+    void insert(const Entity& entity, void* record);
+    /// Answers whether the row was there.
+    bool update(const Entity& entity, void* record);
+    bool updateAttributes(const Entity& entity, void* record, const std::vector<std::string_view>& attributes);
+    /// The transaction failed: takes back the identifiers that it gave.
+    void forgetIdentifiers();
+
+  private:
+    struct Place {
+        const Entity::Inverse* inverse;
+        std::int64_t owner;
+        std::int64_t position;
+    };
+    void insertOwned(const Entity& entity, void* record, const Place& place);
+    void insertChildren(const Entity& entity, void* record);
+    void updateChildren(const Entity& entity, void* record);
+    void updateChild(const Entity::Child& child, void* record, std::int64_t owner);
+    void setPosition(const Entity& entity, void* record, std::int64_t position);
+    void updateRow(const Entity& entity, void* record);
+    void take(const Entity& entity, void* record);
+
+    Connection& connection_;
+    std::int64_t ancestor_ = 0; ///< the envelope of the tree being written
+    std::vector<NVMManagedObject*> identified_;
+};
+
+} // namespace norvane

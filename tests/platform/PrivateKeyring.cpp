@@ -1,0 +1,102 @@
+#include "tests/platform/PrivateKeyring.h"
+
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+#include "src/platform/SecretServiceConnection.h"
+#include "tests/support/Event.h"
+
+namespace norvane {
+
+namespace {
+
+/// Waits until somebody on the bus owns the name, or nobody does.
+bool waitForOwner(const char* name, bool wantsOwner) {
+    struct Wait {
+        GMainLoop* loop;
+        bool wantsOwner;
+        bool seen = false;
+    };
+    GMainContext* context = g_main_context_new();
+    g_main_context_push_thread_default(context);
+    Wait wait{g_main_loop_new(context, FALSE), wantsOwner};
+    const auto end = [](Wait* each, bool isOwned) {
+        each->seen = isOwned == each->wantsOwner;
+        if (each->seen) g_main_loop_quit(each->loop);
+    };
+    static const auto finish = end;
+    const guint watch = g_bus_watch_name(
+        G_BUS_TYPE_SESSION, name, G_BUS_NAME_WATCHER_FLAGS_NONE,
+        [](GDBusConnection*, const gchar*, const gchar*, gpointer data) { finish(static_cast<Wait*>(data), true); },
+        [](GDBusConnection*, const gchar*, gpointer data) { finish(static_cast<Wait*>(data), false); }, &wait,
+        nullptr);
+    GSource* timeout = g_timeout_source_new_seconds(static_cast<guint>(kTestPatience.count()));
+    g_source_set_callback(
+        timeout,
+        [](gpointer data) -> gboolean {
+            g_main_loop_quit(static_cast<Wait*>(data)->loop);
+            return G_SOURCE_REMOVE;
+        },
+        &wait, nullptr);
+    g_source_attach(timeout, context);
+    g_main_loop_run(wait.loop);
+    g_source_destroy(timeout);
+    g_source_unref(timeout);
+    g_bus_unwatch_name(watch);
+    g_main_loop_unref(wait.loop);
+    g_main_context_pop_thread_default(context);
+    g_main_context_unref(context);
+    return wait.seen;
+}
+
+constexpr const char* kServiceName = "org.freedesktop.secrets";
+
+} // namespace
+
+PrivateKeyring& PrivateKeyring::shared() {
+    static PrivateKeyring made;
+    return made;
+}
+
+PrivateKeyring::PrivateKeyring() {
+    // A bus that starts no service by itself: no prompter, no keyring of the user's.
+    const auto config = folder_.file("bus.conf", R"(<!DOCTYPE busconfig PUBLIC
+ "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN" "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:tmpdir=/tmp</listen>
+  <policy context="default"><allow send_destination="*"/><allow eavesdrop="true"/><allow own="*"/></policy>
+</busconfig>)");
+    bus_ = ChildProcess({{"dbus-daemon", "--config-file=" + config.string(), "--print-address", "--nofork"}, {}, {}});
+    setenv("DBUS_SESSION_BUS_ADDRESS", bus_.readLine().c_str(), 1);
+    start();
+}
+
+void PrivateKeyring::start() {
+    const std::string folder = folder_.path();
+    keyring_ = ChildProcess({{"gnome-keyring-daemon", "--foreground", "--components=secrets", "--unlock"},
+                             {{"HOME", folder}, {"XDG_DATA_HOME", folder}, {"XDG_RUNTIME_DIR", folder}},
+                             "\n"});
+    EXPECT_TRUE(waitForOwner(kServiceName, true));
+}
+
+void PrivateKeyring::restart() {
+    keyring_.stop();
+    EXPECT_TRUE(waitForOwner(kServiceName, false));
+    start();
+}
+
+void PrivateKeyring::lock() {
+    const Deadline deadline(kTestPatience);
+    const auto service = connectToSecretService(deadline.cancellable());
+    ASSERT_TRUE(service.ok());
+    const auto collection = defaultCollection(service->get(), deadline.cancellable());
+    ASSERT_TRUE(collection.ok());
+    GList objects{collection->get(), nullptr, nullptr};
+    GError* error = nullptr;
+    EXPECT_EQ(secret_service_lock_sync(service->get(), &objects, deadline.cancellable(), nullptr, &error), 1);
+    EXPECT_EQ(GErrorPtr(error), nullptr);
+}
+
+} // namespace norvane
