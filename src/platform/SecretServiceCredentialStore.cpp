@@ -131,8 +131,8 @@ class SecretServiceCredentialStore final : public CredentialStore {
         }
         const Deadline deadline(patience_);
         const std::string serviceText(service), accountText(account);
-        const Attributes attributes(secret_attributes_build(&schema(), "service", serviceText.c_str(), "account",
-                                                            accountText.c_str(), nullptr));
+        const Attributes attributes(secret_attributes_build(&schema(), "service", serviceText.c_str(),
+                                                            "account", accountText.c_str(), nullptr));
         const auto attempt = [&]() -> Answer {
             const auto connection = connectToSecretService(deadline.cancellable());
             if (!connection) return connection.error();

@@ -72,14 +72,16 @@ SerialQueue::SerialQueue(std::string label, WorkerPool pool)
     : state_(std::make_shared<State>(std::move(label), std::move(pool))) {}
 
 SerialQueue::~SerialQueue() {
-    std::deque<Task> dropped; // destroyed without the lock: a task may own anything
+    std::deque<Task> dropped;
     std::unique_lock lock(state_->mutex);
     state_->closed = true;
     dropped.swap(state_->tasks);
     state_->changed.notify_all();
+    lock.unlock();
+    dropped.clear(); // without the lock: a task may own anything
+    lock.lock();
     if (state_->runner == std::this_thread::get_id()) return;
     state_->changed.wait(lock, [this] { return state_->isIdle(); });
-    lock.unlock();
 }
 
 void SerialQueue::async(Task task) {

@@ -59,23 +59,23 @@ bool foldedEqual(const std::optional<std::string>& a, const std::optional<std::s
 }
 
 std::string_view trimmed(std::string_view text) {
-    std::size_t begin = 0;
-    std::size_t end = text.size();
+    std::int32_t begin = 0;
+    auto end = static_cast<std::int32_t>(text.size());
     while (begin < end) {
-        std::size_t next = begin;
+        std::int32_t next = begin;
         UChar32 character = 0;
         U8_NEXT(text.data(), next, end, character);
         if (!isSpace(character)) break;
         begin = next;
     }
     while (end > begin) {
-        std::size_t previous = end;
+        std::int32_t previous = end;
         UChar32 character = 0;
         U8_PREV(text.data(), begin, previous, character);
         if (!isSpace(character)) break;
         end = previous;
     }
-    return text.substr(begin, end - begin);
+    return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
 }
 
 bool isBlank(const std::optional<std::string>& text) { return !text || trimmed(*text).empty(); }

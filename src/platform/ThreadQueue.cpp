@@ -41,13 +41,14 @@ ThreadQueue::ThreadQueue(std::string label)
 }
 
 ThreadQueue::~ThreadQueue() {
-    std::deque<Task> dropped; // destroyed without the lock: a task may own anything
+    std::deque<Task> dropped;
     {
         const std::lock_guard lock(state_->mutex);
         state_->closed = true;
         dropped.swap(state_->tasks);
     }
     state_->changed.notify_all();
+    dropped.clear(); // without the lock: a task may own anything
     if (isCurrent()) {
         thread_.detach();
     } else {

@@ -42,6 +42,14 @@ bool NVM_isSetupAndLoginSuccessful() { return isSetup && isSignedIn; }
 
 std::uint64_t sessionNumber() { return session; }
 
-void beginNextSession() { ++session; }
+std::unique_lock<std::mutex> holdSession() {
+    static std::mutex held;
+    return std::unique_lock(held);
+}
+
+void beginNextSession() {
+    const auto hold = holdSession();
+    ++session;
+}
 
 } // namespace norvane

@@ -17,7 +17,7 @@ namespace {
 std::atomic<std::uint64_t> kNVMLoggingLevel{1};
 
 struct SetUpState {
-    std::mutex running; ///< one set-up or sign-out at a time
+    std::mutex running; ///< one set-up at a time
     std::mutex mutex;   ///< guards `error`
     Failure error = NVM_errorSetupIncomplete();
 };
@@ -34,12 +34,10 @@ void keepError(Failure error) {
 
 } // namespace
 
-std::unique_lock<std::mutex> holdSetUp() { return std::unique_lock(state().running); }
-
 void forgetSetUp() { keepError(NVM_errorSetupIncomplete()); }
 
 void NVMManager::setup() {
-    const auto hold = holdSetUp();
+    const std::lock_guard running(state().running);
     Failure error = NVMTemplatesHandler::setup();
     NVMTemplatesHandler::setLoggingLevel(kNVMLoggingLevel);
     // The PDF engine needs no start.

@@ -135,7 +135,7 @@ void NVMManager::syncAdditionalDataForAccount(const std::shared_ptr<NVMAccount>&
     account->syncAdditionalDataWithCompletion([account, session = sessionNumber(),
                                                completion = std::move(completion)](Failure error) {
         if (!error) {
-            const auto hold = holdSetUp(); // so that no sign-out comes between the question and the storing
+            const auto hold = holdSession();
             error = session == sessionNumber() ? NVMCredentials::persistCredentialsForAccount(*account)
                                                : Failure(NVM_errorUserNotLoggedIn());
         }

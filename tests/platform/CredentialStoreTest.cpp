@@ -1,11 +1,11 @@
-#include <fstream>
-
-#include <gtest/gtest.h>
-
 #include "src/platform/Adapters.h"
 #include "tests/platform/PrivateKeyring.h"
 #include "tests/support/FakeCredentialStore.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
 
 namespace norvane {
 namespace {
@@ -23,7 +23,9 @@ class CredentialStoreContract : public ::testing::TestWithParam<StoreMaker> {
 };
 
 TEST_P(CredentialStoreContract, KeepsBytesByServiceAndAccount) {
-    const Data binary(std::string("\0\xff" "a\0", 4));
+    const Data binary(std::string("\0\xff"
+                                  "a\0",
+                                  4));
     EXPECT_EQ(*store_->fetch("contract", "none"), std::nullopt);
     ASSERT_FALSE(store_->save("contract", "Zoë", binary));
     ASSERT_FALSE(store_->save("contract", "other", Data("2")));
@@ -151,7 +153,8 @@ TEST(FileCredentialStore, LosesNothingThatSeveralThreadsSave) {
             }
         });
     }
-    for (auto& thread : threads) thread.join();
+    for (auto& thread : threads)
+        thread.join();
     const auto store = makeFileCredentialStore(folder.path());
     for (int thread = 0; thread < 4; ++thread) {
         for (int i = 0; i < 20; ++i) {
@@ -160,7 +163,8 @@ TEST(FileCredentialStore, LosesNothingThatSeveralThreadsSave) {
     }
 }
 
-/// Exits with 1 for Secret Service, 2 for the file, 3 when asking the chosen store fails as it must without one.
+/// Exits with 1 for Secret Service, 2 for the file, 3 when asking the chosen store fails as it must without
+/// one.
 int chooseStore(const std::vector<std::string>& arguments) {
     PlatformOptions options;
     options.home = arguments.at(0);

@@ -1,12 +1,12 @@
-#include <atomic>
-#include <numeric>
-
-#include <gtest/gtest.h>
+#include "src/platform/Adapters.h"
+#include "tests/support/Event.h"
 
 #include <norvane/platform/NVMException.h>
 
-#include "src/platform/Adapters.h"
-#include "tests/support/Event.h"
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <numeric>
 
 namespace norvane {
 namespace {
@@ -35,11 +35,13 @@ TEST_P(TaskQueueContract, RunsTasksOfSeveralThreadsOneAtATimeAndInOrder) {
             }
         });
     }
-    for (auto& thread : threads) thread.join();
+    for (auto& thread : threads)
+        thread.join();
     queue_->sync([] {});
     std::vector<int> expected(kTasks);
     std::iota(expected.begin(), expected.end(), 0);
-    for (const auto& list : seen) EXPECT_EQ(list, expected);
+    for (const auto& list : seen)
+        EXPECT_EQ(list, expected);
 }
 
 TEST_P(TaskQueueContract, KnowsItsOwnTasksAndRefusesToWaitForItself) {
@@ -71,7 +73,8 @@ TEST_P(TaskQueueContract, DropsWhatHasNotBegunWhenItGoesAndWaitsForWhatRuns) {
     });
     // The destruction drops the second task before it begins to wait for the first.
     const auto deadline = std::chrono::steady_clock::now() + kTestPatience;
-    while (token.use_count() > 1 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+    while (token.use_count() > 1 && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::yield();
     EXPECT_EQ(token.use_count(), 1);
     released.set();
     destroyer.join();
@@ -115,7 +118,9 @@ TEST(SerialQueues, MayWaitForOneAnotherWithoutUsingUpThePool) {
 
 class Operations : public ::testing::Test {
   protected:
-    std::shared_ptr<Operation> make(Task block) { return executors_->makeOperation("operation", std::move(block)); }
+    std::shared_ptr<Operation> make(Task block) {
+        return executors_->makeOperation("operation", std::move(block));
+    }
 
     std::shared_ptr<Executors> executors_ = makeAsioExecutors(nullptr);
     std::shared_ptr<OperationQueue> queue_ = executors_->makeOperationQueue("operations");
@@ -179,7 +184,8 @@ TEST_F(Operations, RefuseToWaitForThemselves) {
     EXPECT_THROW(first->addDependency(third), NVMException);
     EXPECT_THROW(first->addDependency(first), NVMException);
     EXPECT_THROW(first->addDependency(nullptr), NVMException);
-    const auto waiting = make([this] { EXPECT_THROW(queue_->waitUntilAllOperationsAreFinished(), NVMException); });
+    const auto waiting =
+        make([this] { EXPECT_THROW(queue_->waitUntilAllOperationsAreFinished(), NVMException); });
     queue_->add({waiting});
     queue_->waitUntilAllOperationsAreFinished();
 }
@@ -218,9 +224,11 @@ TEST_F(Operations, UnderLoadFinishEachExactlyOnce) {
         if (i % 3 == 1) operations.back()->addDependency(operations[static_cast<std::size_t>(i) / 2]);
     }
     std::thread canceller([&] {
-        for (int i = 0; i < kCount; i += 7) operations[static_cast<std::size_t>(i)]->cancel();
+        for (int i = 0; i < kCount; i += 7)
+            operations[static_cast<std::size_t>(i)]->cancel();
     });
-    for (const auto& operation : operations) queue_->add({operation});
+    for (const auto& operation : operations)
+        queue_->add({operation});
     canceller.join();
     queue_->waitUntilAllOperationsAreFinished();
     for (const auto& operation : operations) {
@@ -238,7 +246,8 @@ TEST(TaskGroups, NotifyOnceEveryEnterHasItsLeave) {
     std::atomic<int> done = 0;
     Event notified, notifiedAtOnce;
     constexpr int kCount = 20;
-    for (int i = 0; i < kCount; ++i) group->enter();
+    for (int i = 0; i < kCount; ++i)
+        group->enter();
     group->notify(executors->mainQueue(), [&] {
         EXPECT_EQ(done, kCount);
         notified.set();

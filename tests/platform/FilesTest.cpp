@@ -1,12 +1,12 @@
-#include <csignal>
-#include <cstdlib>
+#include "src/platform/Adapters.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "src/platform/Adapters.h"
-#include "tests/support/TemporaryFolder.h"
+#include <csignal>
+#include <cstdlib>
 
 namespace norvane {
 namespace {
@@ -21,7 +21,8 @@ mode_t modeOf(const fs::path& path) {
 
 std::vector<std::string> namesIn(const fs::path& folder) {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename());
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename());
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -44,7 +45,8 @@ class FilesTest : public ::testing::Test {
 };
 
 TEST_F(FilesTest, KeepsFoldersAndFilesForTheUserAlone) {
-    for (const auto& folder : {documents_, files_->supportFolder(), files_->cachesFolder(), files_->temporaryFolder()}) {
+    for (const auto& folder :
+         {documents_, files_->supportFolder(), files_->cachesFolder(), files_->temporaryFolder()}) {
         EXPECT_EQ(modeOf(folder), 0700u) << folder;
     }
     const fs::path folder = documents_ / "user";
@@ -68,7 +70,8 @@ TEST_F(FilesTest, PutsTheXdgFoldersOfTheApplicationBelowTheirBases) {
     const ApplicationFolders folders = applicationFolders(options);
     setenv("XDG_CACHE_HOME", "relative", 1);
     EXPECT_EQ(applicationFolders(options).caches, fs::path(getenv("HOME")) / ".cache/tester");
-    for (const auto* variable : {"XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"}) unsetenv(variable);
+    for (const auto* variable : {"XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
+        unsetenv(variable);
     EXPECT_EQ(folders.documents, home_.path() / "XDG_DATA_HOME/tester/Documents");
     EXPECT_EQ(folders.caches, home_.path() / "XDG_CACHE_HOME/tester");
     EXPECT_EQ(folders.defaults, home_.path() / "XDG_CONFIG_HOME/tester/defaults");

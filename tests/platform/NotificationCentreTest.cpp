@@ -1,10 +1,10 @@
-#include <atomic>
-#include <thread>
+#include "src/platform/Adapters.h"
+#include "tests/support/Event.h"
 
 #include <gtest/gtest.h>
 
-#include "src/platform/Adapters.h"
-#include "tests/support/Event.h"
+#include <atomic>
+#include <thread>
 
 namespace norvane {
 namespace {
@@ -63,18 +63,21 @@ TEST(NotificationCentre, KeepsCallsApartFromDestroyedObserversUnderStress) {
     std::vector<std::thread> posters;
     for (int i = 0; i < 3; ++i) {
         posters.emplace_back([&] {
-            while (!stop) centre->post({"a", {}, {}});
+            while (!stop)
+                centre->post({"a", {}, {}});
         });
     }
     for (int i = 0; i < 300; ++i) {
         auto counter = std::make_unique<std::atomic<int>>(0);
         auto token = centre->addObserver("a", [raw = counter.get()](const Notification&) { ++*raw; });
-        while (*counter == 0) std::this_thread::yield();
+        while (*counter == 0)
+            std::this_thread::yield();
         token.reset();
         counter.reset(); // a call after this would touch freed memory
     }
     stop = true;
-    for (auto& poster : posters) poster.join();
+    for (auto& poster : posters)
+        poster.join();
 }
 
 } // namespace

@@ -1,14 +1,14 @@
-#include <set>
-
-#include <gtest/gtest.h>
-
-#include <norvane/platform/Json.h>
-#include <norvane/platform/NVMException.h>
-
 #include "src/platform/Adapters.h"
 #include "src/platform/EmbeddedStrings.h"
 #include "tests/support/Event.h"
 #include "tests/support/KitFixture.h"
+
+#include <norvane/platform/Json.h>
+#include <norvane/platform/NVMException.h>
+
+#include <gtest/gtest.h>
+
+#include <set>
 
 namespace norvane {
 namespace {
@@ -82,8 +82,9 @@ TEST(SystemRandom, GivesFreshVersion4Uuids) {
         seen.insert(uuid);
     }
     EXPECT_EQ(seen.size(), 100u);
-    for (const auto* text : {"", "F47AC10B-58CC-4372-A567-0E02B2C3D47", "F47AC10B058CC-4372-A567-0E02B2C3D479",
-                             "G47AC10B-58CC-4372-A567-0E02B2C3D479", "{47AC10B-58CC-4372-A567-0E02B2C3D479"}) {
+    for (const auto* text :
+         {"", "F47AC10B-58CC-4372-A567-0E02B2C3D47", "F47AC10B058CC-4372-A567-0E02B2C3D479",
+          "G47AC10B-58CC-4372-A567-0E02B2C3D479", "{47AC10B-58CC-4372-A567-0E02B2C3D479"}) {
         EXPECT_FALSE(isUuidString(text)) << text;
     }
     EXPECT_TRUE(isUuidString("f47ac10b-58cc-4372-a567-0e02b2c3d479"));
@@ -121,7 +122,8 @@ TEST(StringTable, IsTranslatedWholeAndWithTheSamePlaceholders) {
         for (const auto& [key, text] : english) {
             const std::string* translated = (*texts)[key].asString();
             ASSERT_TRUE(translated && !translated->empty()) << table.locale << " " << key;
-            EXPECT_EQ(placeholdersOf(*translated), placeholdersOf(*text.asString())) << table.locale << " " << key;
+            EXPECT_EQ(placeholdersOf(*translated), placeholdersOf(*text.asString()))
+                << table.locale << " " << key;
         }
     }
 }

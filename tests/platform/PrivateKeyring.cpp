@@ -1,11 +1,11 @@
 #include "tests/platform/PrivateKeyring.h"
 
-#include <cstdlib>
+#include "src/platform/SecretServiceConnection.h"
+#include "tests/support/Event.h"
 
 #include <gtest/gtest.h>
 
-#include "src/platform/SecretServiceConnection.h"
-#include "tests/support/Event.h"
+#include <cstdlib>
 
 namespace norvane {
 
@@ -28,7 +28,9 @@ bool waitForOwner(const char* name, bool wantsOwner) {
     static const auto finish = end;
     const guint watch = g_bus_watch_name(
         G_BUS_TYPE_SESSION, name, G_BUS_NAME_WATCHER_FLAGS_NONE,
-        [](GDBusConnection*, const gchar*, const gchar*, gpointer data) { finish(static_cast<Wait*>(data), true); },
+        [](GDBusConnection*, const gchar*, const gchar*, gpointer data) {
+            finish(static_cast<Wait*>(data), true);
+        },
         [](GDBusConnection*, const gchar*, gpointer data) { finish(static_cast<Wait*>(data), false); }, &wait,
         nullptr);
     GSource* timeout = g_timeout_source_new_seconds(static_cast<guint>(kTestPatience.count()));
@@ -68,7 +70,8 @@ PrivateKeyring::PrivateKeyring() {
   <listen>unix:tmpdir=/tmp</listen>
   <policy context="default"><allow send_destination="*"/><allow eavesdrop="true"/><allow own="*"/></policy>
 </busconfig>)");
-    bus_ = ChildProcess({{"dbus-daemon", "--config-file=" + config.string(), "--print-address", "--nofork"}, {}, {}});
+    bus_ = ChildProcess(
+        {{"dbus-daemon", "--config-file=" + config.string(), "--print-address", "--nofork"}, {}, {}, true});
     setenv("DBUS_SESSION_BUS_ADDRESS", bus_.readLine().c_str(), 1);
     start();
 }
@@ -77,7 +80,8 @@ void PrivateKeyring::start() {
     const std::string folder = folder_.path();
     keyring_ = ChildProcess({{"gnome-keyring-daemon", "--foreground", "--components=secrets", "--unlock"},
                              {{"HOME", folder}, {"XDG_DATA_HOME", folder}, {"XDG_RUNTIME_DIR", folder}},
-                             "\n"});
+                             "\n",
+                             true});
     EXPECT_TRUE(waitForOwner(kServiceName, true));
 }
 

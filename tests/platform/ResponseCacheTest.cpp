@@ -117,8 +117,9 @@ TEST_F(HttpCache, StaysWithinItsBoundsAndDropsTheLeastUsed) {
     padding.assign(1000, 'x');
     const auto folder = files->cachesFolder() / "swagger_url_cache";
     session->setCacheCapacity(0, 4000);
-    EXPECT_EQ(ask("/a") + ask("/b") + ask("/c") + ask("/a") + ask("/d"), "12314");
-    EXPECT_EQ(ask("/a"), "1");
+    std::string answers;
+    for (const char* target : {"/a", "/b", "/c", "/a", "/d", "/a"}) answers += ask(target);
+    EXPECT_EQ(answers, "123141");
     EXPECT_EQ(ask("/b"), "5") << "used longest ago, so it made room";
     const auto bytes = [&] {
         std::uintmax_t sum = 0;
@@ -132,7 +133,8 @@ TEST_F(HttpCache, StaysWithinItsBoundsAndDropsTheLeastUsed) {
     EXPECT_EQ(ask("/a"), "6");
     EXPECT_EQ(bytes(), 0u);
     session->setCacheCapacity(4000, 0);
-    EXPECT_EQ(ask("/e") + ask("/e"), "77");
+    EXPECT_EQ(ask("/e"), "7");
+    EXPECT_EQ(ask("/e"), "7");
 }
 
 TEST_F(HttpCache, TakesADamagedFileForNone) {

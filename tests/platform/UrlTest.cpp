@@ -6,7 +6,7 @@ namespace norvane {
 namespace {
 
 TEST(Url, TakesAbsoluteAddressesOnly) {
-    for (const char* text : {"", "/path", "host/path", "https://", "https:///path", "https://ho st/", "://host"})
+    for (const char* text : {"", "/path", "host/path", "https://", "https://ho st/", "://host"})
         EXPECT_FALSE(Url::parse(text)) << text;
     EXPECT_FALSE(Url::parse("https://host/a\r\nX: y"));
     EXPECT_FALSE(Url::parse(std::string_view("https://host/\0", 14)));

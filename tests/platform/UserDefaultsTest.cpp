@@ -1,12 +1,12 @@
-#include <fstream>
-
-#include <gtest/gtest.h>
-
 #include "src/platform/Adapters.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/InMemoryUserDefaults.h"
 #include "tests/support/RecordingLog.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
 
 namespace norvane {
 namespace {
@@ -37,7 +37,8 @@ TEST_P(UserDefaultsContract, KeepTypedValuesBySuite) {
                             {"list", Array{1, "two", Array{}, Value()}},
                             {"mapped", Dictionary{{"$date", "no date"}}},
                             {"text", "ä\n"}};
-    for (const auto& [key, value] : values) ASSERT_FALSE(defaults_->setValue("a/../suite", key, value)) << key;
+    for (const auto& [key, value] : values)
+        ASSERT_FALSE(defaults_->setValue("a/../suite", key, value)) << key;
     EXPECT_EQ(defaults_->all("a/../suite"), values);
     EXPECT_TRUE(defaults_->value("a/../suite", "integer").isInteger());
     EXPECT_FALSE(defaults_->value("a/../suite", "decimal").isInteger());
@@ -121,7 +122,8 @@ TEST(FileUserDefaults, LoseNothingThatSeveralProcessesAndThreadsWrite) {
             }
         });
     }
-    for (auto& thread : threads) thread.join();
+    for (auto& thread : threads)
+        thread.join();
     EXPECT_EQ(first.wait(), 0);
     EXPECT_EQ(second.wait(), 0);
     EXPECT_EQ(defaults->all("suite").size(), 4u * kWritesEach);

@@ -1,15 +1,15 @@
 #include "tests/support/ChildProcess.h"
 
-#include <csignal>
-#include <cstdlib>
-#include <map>
-#include <stdexcept>
-
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <map>
+#include <stdexcept>
 
 namespace norvane {
 
@@ -24,7 +24,8 @@ std::map<std::string, TestRole::Main>& roles() {
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> result;
-    for (std::string& text : texts) result.push_back(text.data());
+    for (std::string& text : texts)
+        result.push_back(text.data());
     result.push_back(nullptr);
     return result;
 }
@@ -36,9 +37,11 @@ std::vector<std::string> environmentOf(const ChildProcess::Options& options) {
         const auto equals = text.find('=');
         variables[text.substr(0, equals)] = equals == std::string::npos ? "" : text.substr(equals + 1);
     }
-    for (const auto& [name, value] : options.environment) variables[name] = value;
+    for (const auto& [name, value] : options.environment)
+        variables[name] = value;
     std::vector<std::string> result;
-    for (const auto& [name, value] : variables) result.push_back(name + "=" + value);
+    for (const auto& [name, value] : variables)
+        result.push_back(name + "=" + value);
     return result;
 }
 
@@ -62,6 +65,7 @@ ChildProcess::ChildProcess(const Options& options) {
     const int input = fileWith(options.input);
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe could be made for a program");
+    const int errors = options.isQuiet ? open("/dev/null", O_WRONLY | O_CLOEXEC) : STDERR_FILENO;
     const pid_t parent = getpid();
     process_ = fork();
     if (process_ == 0) {
@@ -69,11 +73,13 @@ ChildProcess::ChildProcess(const Options& options) {
         if (getppid() != parent) _exit(127);
         dup2(input, STDIN_FILENO);
         dup2(ends[1], STDOUT_FILENO);
+        dup2(errors, STDERR_FILENO);
         execvpe(argumentPointers[0], argumentPointers.data(), environmentPointers.data());
         _exit(127);
     }
     ::close(input);
     ::close(ends[1]);
+    if (options.isQuiet) ::close(errors);
     output_ = ends[0];
     if (process_ < 0) throw std::runtime_error("no process could be started");
 }
@@ -94,7 +100,8 @@ ChildProcess ChildProcess::inRole(const std::string& role, const std::vector<std
 std::string ChildProcess::readLine() {
     std::string line;
     char character = 0;
-    while (read(output_, &character, 1) == 1 && character != '\n') line += character;
+    while (read(output_, &character, 1) == 1 && character != '\n')
+        line += character;
     return line;
 }
 

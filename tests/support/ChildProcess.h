@@ -1,10 +1,10 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <sys/types.h>
 
 namespace norvane {
 
@@ -12,16 +12,18 @@ namespace norvane {
 class ChildProcess {
   public:
     struct Options {
-        std::vector<std::string> arguments;                          ///< the program first
+        std::vector<std::string> arguments;                           ///< the program first
         std::vector<std::pair<std::string, std::string>> environment; ///< added to the test's own
-        std::string input;                                           ///< what it finds on standard input
+        std::string input;                                            ///< what it finds on standard input
+        bool isQuiet = false;                                         ///< its standard error goes nowhere
     };
 
     ChildProcess() = default;
     explicit ChildProcess(const Options& options);
     ~ChildProcess() { stop(); }
     ChildProcess(ChildProcess&& other) noexcept
-        : process_(std::exchange(other.process_, -1)), output_(std::exchange(other.output_, -1)) {}
+        : process_(std::exchange(other.process_, -1))
+        , output_(std::exchange(other.output_, -1)) {}
     ChildProcess& operator=(ChildProcess&& other) noexcept;
 
     /// This very test program in a role (see `TestRole`).

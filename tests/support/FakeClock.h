@@ -1,8 +1,8 @@
 #pragma once
 
-#include <atomic>
-
 #include <norvane/platform/Clock.h>
+
+#include <atomic>
 
 namespace norvane {
 

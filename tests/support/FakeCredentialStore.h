@@ -1,12 +1,12 @@
 #pragma once
 
+#include <norvane/platform/CredentialStore.h>
+
 #include <map>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
-
-#include <norvane/platform/CredentialStore.h>
 
 namespace norvane {
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/platform/UserDefaults.h>
+
 #include <map>
 #include <mutex>
 #include <optional>
 #include <string>
-
-#include <norvane/platform/UserDefaults.h>
 
 namespace norvane {
 

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <memory>
-
-#include <gtest/gtest.h>
-
-#include <norvane/platform/Platform.h>
-
 #include "tests/support/RecordingAlerts.h"
 #include "tests/support/RecordingLog.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include <norvane/platform/Platform.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
 
 namespace norvane {
 

@@ -1,10 +1,10 @@
 #include "tests/support/RecordingAlerts.h"
 
-#include <algorithm>
+#include "tests/support/Event.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/support/Event.h"
+#include <algorithm>
 
 namespace norvane {
 

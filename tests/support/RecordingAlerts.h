@@ -1,5 +1,8 @@
 #pragma once
 
+#include <norvane/platform/Alerts.h>
+#include <norvane/platform/Executors.h>
+
 #include <condition_variable>
 #include <deque>
 #include <memory>
@@ -7,18 +10,16 @@
 #include <string>
 #include <vector>
 
-#include <norvane/platform/Alerts.h>
-#include <norvane/platform/Executors.h>
-
 namespace norvane {
 
 /// A screen whose user is the test.
 class RecordingAlerts final : public Alerts {
   public:
-    explicit RecordingAlerts(std::shared_ptr<TaskQueue> mainQueue) : mainQueue_(std::move(mainQueue)) {}
+    explicit RecordingAlerts(std::shared_ptr<TaskQueue> mainQueue)
+        : mainQueue_(std::move(mainQueue)) {}
 
-    /// Waits for the next alert that is not answered yet and answers it by the action of that title. Gives the
-    /// alert; fails the test, and gives an empty one, when none comes or it has no such action.
+    /// Waits for the next alert that is not answered yet and answers it by the action of that title. Gives
+    /// the alert; fails the test, and gives an empty one, when none comes or it has no such action.
     Alert answer(const std::string& actionTitle);
     /// The same without choosing an action: the sheet is dismissed.
     Alert dismiss();

@@ -1,15 +1,15 @@
 #pragma once
 
+#include <norvane/platform/Log.h>
+
 #include <mutex>
 #include <string>
 #include <vector>
 
-#include <norvane/platform/Log.h>
-
 namespace norvane {
 
-/// Remembers every line. A line above Info that the test does not expect fails it, and so does an expected one
-/// that never came.
+/// Remembers every line. A line above Info that the test does not expect fails it, and so does an expected
+/// one that never came.
 class RecordingLog final : public Log {
   public:
     ~RecordingLog() override;

@@ -37,13 +37,12 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
     DocumentList sortedDocumentsByOrder() const;
 
     void assignLabelsAndIDsToTabs() { assignLabelsAndIDsToTabsWithForceAssign(false); }
-    /// Gives tabs without one a label ("Text tab 3") and an id ("3"), numbered through all signers in the
-    /// order of the recipients' `allSigners`. A tab that has a label is looked at only by force; nothing that
-    /// is there is ever replaced.
+    /// Gives tabs without one a label ("Text tab 3") and an id ("3"), numbered through all signers in the order of
+    /// `allSigners`. What a tab has is never replaced, by force or not.
     void assignLabelsAndIDsToTabsWithForceAssign(bool force);
 
-    /// Whether the tab still lacks a value; see NVMTab::lacksValue.
-    bool getTagValue(NVMTab& tab) const { return tab.lacksValue(); }
+    /// Whether the tab still lacks a value; see NVMTab::lacksValue. Never for type 0.
+    bool getTagValue(NVMTab& tab) const;
     /// The tabs that lack a value; a radio does while no radio of its group is selected. Absent where
     /// `tagsForSigner` is.
     std::optional<TabList>
@@ -51,8 +50,7 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
     /// Those of them that are required; absent, not empty, when none is left.
     std::optional<TabList>
     remainingRequiredTagsForRecipient(const std::shared_ptr<NVMRecipient>& recipient) const;
-    /// The required tabs, less full name and date signed, which fill themselves; of a group its radios, when
-    /// the first one is required.
+    /// The required tabs, less full name and date signed, which fill themselves.
     TabList requiredNavigableTagsForRecipient(const std::shared_ptr<NVMRecipient>& recipient) const;
 
     /// Whether the set-up asks for tabs that are locked and required, but have no usable value, to be

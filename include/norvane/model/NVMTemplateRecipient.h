@@ -23,7 +23,7 @@ inline constexpr std::int64_t NVMTemplateRecipientInPersonSignerNameDisabled = 4
 // clang-format on
 
 /// An editable view of one role of a template, used while the template is sent. For an in-person signer
-/// `recipientName` and `recipientEmail` are the signer's.
+/// `recipientName` and `recipientEmail` are the host's.
 struct NVMTemplateRecipient {
     NORVANE_RECORD(NVMTemplateRecipient, NVM_TEMPLATE_RECIPIENT_FIELDS)
 

@@ -32,8 +32,7 @@ class NVMTemplateUtility {
     templateRolesFromNVMTemplateRecipients(const RecipientRecords& recipients);
     /// The kind of a wire recipient, given its table; NVMRecipientTypeNotSet for other records.
     static NVMRecipientType recipientTypeForNVESObject(const RecordType& wireRecipient);
-    /// What asks the service for an envelope from a template: its id, a role for each recipient, and the
-    /// status "created", so that it can still be changed before it is sent.
+    /// What asks the service for an envelope from a template: its id, and a role for each recipient.
     static std::shared_ptr<NVESEnvelopeDefinition>
     createEnvelopeRequestForTemplateId(const std::string& templateId, const RecipientRecords& recipientModel);
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <norvane/platform/Data.h>
 #include <norvane/platform/Result.h>
 #include <norvane/templates/NVMTemplatesHandler.h>
 
@@ -75,14 +74,10 @@ class NVMTemplatesManager {
     /// Whether a downloaded template may be cached; `error` (may be null) is the first rule that it breaks.
     bool canCacheEnvelopeTemplate(const NVESEnvelopeTemplate& envelopeTemplate, Failure* error) const;
 
-    /// A new envelope for offline signing from a stored template with the host's defaults applied:
-    /// recipients, tab values, custom fields, mail. See NVMTemplatesHandler::createEnvelopeFromTemplateWithId
-    /// for `pdfToInsert`. An error says what is wrong with the defaults, or that the template is not stored,
-    /// or that the account may not sign offline; nothing is kept then.
+    /// A new envelope for offline signing from a stored template with the host's defaults applied; see
+    /// offlineEnvelopeFromTemplate.
     Result<std::shared_ptr<NVMEnvelopeDefinition>>
-    createOfflineEnvelope(const std::string& templateId, const NVMEnvelopeDefaults& envelopeDefaults,
-                          const std::optional<Data>& pdfToInsert = {},
-                          std::size_t insertAtPosition = 0) const;
+    createOfflineEnvelope(const std::string& templateId, const NVMEnvelopeDefaults& envelopeDefaults) const;
 
   private:
     std::weak_ptr<NVMTemplatesManagerDelegate> delegate_; ///< set before use; not synchronised

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include <sys/socket.h>
+
 #include "src/platform/http/RequestRules.h"
 #include "src/platform/http/TransportErrors.h"
 
@@ -68,6 +70,8 @@ void Transfer::applyRules() {
                      static_cast<long>(std::chrono::milliseconds(request_.idleTimeout).count()));
     curl_easy_setopt(handle_, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     if (request_.url.isLoopback()) curl_easy_setopt(handle_, CURLOPT_PROXY, "");
+    curl_easy_setopt(handle_, CURLOPT_OPENSOCKETFUNCTION, &Transfer::onConnect);
+    curl_easy_setopt(handle_, CURLOPT_OPENSOCKETDATA, this);
     curl_easy_setopt(handle_, CURLOPT_PREREQFUNCTION, &Transfer::onAttempt);
     curl_easy_setopt(handle_, CURLOPT_PREREQDATA, this);
 }
@@ -174,13 +178,10 @@ NVMError Transfer::fileFailure(std::string description, const NVMError& cause) c
     return failure;
 }
 
-/// Only a request of which bytes are certainly missing counts as not sent.
+/// What libcurl took may have reached the wire: only a request of which bytes are certainly missing counts as
+/// not sent.
 bool Transfer::mayHaveBeenSent() const {
-    if (!attempted_) return false;
-    const std::uint64_t size = request_.body ? request_.body->size() : 0;
-    if (supplied_ < size) return false;
-    return secondAttempt_ ||
-           static_cast<std::uint64_t>(measured(handle_, CURLINFO_SIZE_UPLOAD_T)) >= size;
+    return attempted_ && supplied_ >= (request_.body ? request_.body->size() : 0);
 }
 
 std::size_t Transfer::supply(char* buffer, std::size_t capacity) {
@@ -256,18 +257,30 @@ std::size_t Transfer::onBody(char* bytes, std::size_t size, std::size_t count, v
     return static_cast<Transfer*>(self)->takeBody(bytes, size * count) ? size * count : 0;
 }
 
-/// libcurl rewinds a body in order to send it again by itself, which would make two envelopes of one.
+// When a kept connection dies before the answer, libcurl sends the request again by itself, which would make two
+// envelopes of one. The three callbacks that follow refuse whatever that begins with: a new connection, the use
+// of another kept one, and the body once more.
+
+curl_socket_t Transfer::onConnect(void* self, curlsocktype, curl_sockaddr* address) {
+    if (static_cast<Transfer*>(self)->isSecondAttempt()) return CURL_SOCKET_BAD;
+    return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+}
+
+int Transfer::onAttempt(void* self, char*, char*, int, int) {
+    auto& transfer = *static_cast<Transfer*>(self);
+    if (transfer.isSecondAttempt()) return CURL_PREREQFUNC_ABORT;
+    transfer.attempted_ = true;
+    return CURL_PREREQFUNC_OK;
+}
+
 int Transfer::onRewind(void* self, curl_off_t, int) {
     static_cast<Transfer*>(self)->secondAttempt_ = true;
     return CURL_SEEKFUNC_FAIL;
 }
 
-/// Requests without a body need no rewinding: this refuses to have them sent a second time.
-int Transfer::onAttempt(void* self, char*, char*, int, int) {
-    auto& transfer = *static_cast<Transfer*>(self);
-    transfer.secondAttempt_ = transfer.attempted_;
-    transfer.attempted_ = true;
-    return transfer.secondAttempt_ ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
+bool Transfer::isSecondAttempt() {
+    secondAttempt_ = secondAttempt_ || attempted_;
+    return secondAttempt_;
 }
 
 } // namespace norvane

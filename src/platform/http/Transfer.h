@@ -56,12 +56,14 @@ class Transfer {
     bool mayHaveBeenSent() const;
     std::int64_t moved() const;
 
-    /// libcurl's callbacks; each gets the transfer as its last argument.
+    /// libcurl's callbacks.
     static std::size_t onRead(char* buffer, std::size_t size, std::size_t count, void* self);
     static std::size_t onHeader(char* line, std::size_t size, std::size_t count, void* self);
     static std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* self);
-    static int onRewind(void* self, curl_off_t offset, int origin);
+    static curl_socket_t onConnect(void* self, curlsocktype purpose, curl_sockaddr* address);
     static int onAttempt(void* self, char*, char*, int, int);
+    static int onRewind(void* self, curl_off_t offset, int origin);
+    bool isSecondAttempt();
 
     HttpRequest request_;
     std::optional<std::filesystem::path> downloadFolder_;

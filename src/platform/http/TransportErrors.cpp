@@ -47,7 +47,9 @@ constexpr std::array kMeanings{
 
 const char* certificateDescription(long verifyResult) {
     switch (verifyResult) {
-    case X509_V_OK: // the chain is in order, so it was the name
+    // libcurl compares the name before it asks for the verdict, which is then still unspecified.
+    case X509_V_ERR_UNSPECIFIED:
+    case X509_V_OK:
     case X509_V_ERR_HOSTNAME_MISMATCH: return "The server's certificate is for another server.";
     case X509_V_ERR_CERT_HAS_EXPIRED:
         return "The server's certificate has expired. Check this device's date and time.";

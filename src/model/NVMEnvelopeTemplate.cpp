@@ -1,0 +1,107 @@
+#include <norvane/model/NVMEnvelopeTemplate.h>
+
+#include <norvane/sdk/NVMCredentials.h>
+
+#include "src/model/IndependentCopy.h"
+
+#include <algorithm>
+
+namespace norvane {
+
+NORVANE_TABLE(NVMEnvelopeTemplate, NVM_ENVELOPE_TEMPLATE_FIELDS)
+
+namespace {
+
+template <class T>
+RecipientList sortedByRoutingOrder(const field::List<T>& list) {
+    if (!list) return {};
+    RecipientList sorted(list->begin(), list->end());
+    // An absent number is less than any other.
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const auto& a, const auto& b) { return a->routingOrder < b->routingOrder; });
+    return sorted;
+}
+
+} // namespace
+
+NVMEnvelopeTemplate::NVMEnvelopeTemplate(const NVMEnvelopeTemplate& envelope, bool includePdfs) {
+    independentCopy().apply(envelope, *this);
+    if (includePdfs) return;
+    for (const auto& document : allDocuments()) document->pdf.reset();
+    if (combinedDocument) combinedDocument->pdf.reset();
+}
+
+bool NVMEnvelopeTemplate::isSelfSign() const {
+    const auto signers = allSigners();
+    if (signers.size() != 1) return false;
+    const auto account = NVMCredentials::primaryCredentials();
+    return account && signers.front()->matchesNameAndEmailOfAccount(*account);
+}
+
+DocumentList NVMEnvelopeTemplate::allDocuments() const { return documents.value_or(DocumentList()); }
+
+std::optional<RecipientList> NVMEnvelopeTemplate::recipientsOfType(NVMRecipientType recipientType) const {
+    return recipients ? recipients->recipientsOfType(recipientType) : std::nullopt;
+}
+
+RecipientList NVMEnvelopeTemplate::allSigners() const {
+    if (!recipients) return {};
+    RecipientList all = sortedByRoutingOrder(recipients->signers);
+    const RecipientList inPerson = sortedByRoutingOrder(recipients->inPersonSigners);
+    all.insert(all.end(), inPerson.begin(), inPerson.end());
+    return all;
+}
+
+std::shared_ptr<NVMRecipient> NVMEnvelopeTemplate::recipientWithId(const std::optional<std::string>& id) const {
+    return recipients ? recipients->recipientWithId(id) : nullptr;
+}
+
+std::optional<TabList> NVMEnvelopeTemplate::tagsForSigner(const std::shared_ptr<NVMRecipient>& signer) const {
+    const auto tabs = signer ? signer->signerTabs() : nullptr;
+    if (!tabs) return std::nullopt;
+    return tabs->allTabs();
+}
+
+std::optional<RadioGroupList>
+NVMEnvelopeTemplate::radioGroupsForSigner(const std::shared_ptr<NVMRecipient>& signer) const {
+    const auto tabs = signer ? signer->signerTabs() : nullptr;
+    return tabs ? tabs->radioGroupTabs : std::nullopt;
+}
+
+TabList NVMEnvelopeTemplate::allTags() const {
+    TabList all;
+    if (!recipients) return all;
+    const auto appendTagsOf = [&](const auto& list) {
+        if (!list) return;
+        for (const auto& signer : *list)
+            if (const auto tags = tagsForSigner(signer)) all.insert(all.end(), tags->begin(), tags->end());
+    };
+    appendTagsOf(recipients->signers);
+    appendTagsOf(recipients->inPersonSigners);
+    return all;
+}
+
+TabList NVMEnvelopeTemplate::tagsForDocument(const NVMDocument& document) const {
+    TabList tags = allTags();
+    std::erase_if(tags, [&](const auto& tab) { return tab->documentId != document.documentId; });
+    return tags;
+}
+
+std::shared_ptr<NVMRadioGroup>
+NVMEnvelopeTemplate::radioGroupWith(const NVMRadio& radio, const std::shared_ptr<NVMRecipient>& forRecipient) const {
+    const auto groups = radioGroupsForSigner(forRecipient);
+    if (!groups) return nullptr;
+    for (const auto& group : *groups) {
+        if (!group->radios) continue;
+        for (const auto& candidate : *group->radios)
+            if (&candidate->tabId == &radio.tabId) return group;
+    }
+    return nullptr;
+}
+
+void NVMEnvelopeTemplate::setSubjectIfNeeded() {
+    if (!emailSubject.value_or("").empty() || !documents || documents->empty() || status != kStatusSent) return;
+    emailSubject = documents->front()->name;
+}
+
+} // namespace norvane
