@@ -1,7 +1,7 @@
+#include "src/model/RecordConversion.h"
+
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/model/NVMRecipients.h>
-
-#include "src/model/RecordConversion.h"
 
 #include <algorithm>
 #include <string_view>
@@ -17,10 +17,13 @@ void collect(const RecordType& type, std::vector<std::string_view>& names) {
 
 /// The names of all Booleans of the domain records, and those of the store that no domain record has.
 std::vector<std::string_view> booleanAttributes() {
-    std::vector<std::string_view> names = {
-        "allowRecipientRecursion", "disableResponsiveDocument", "useDisclosure", "syncPending",
-        "hasIncompleteLocalSigners", "isCreatedFromTemplate",
-        "isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession"};
+    std::vector<std::string_view> names = {"allowRecipientRecursion",
+                                           "disableResponsiveDocument",
+                                           "useDisclosure",
+                                           "syncPending",
+                                           "hasIncompleteLocalSigners",
+                                           "isCreatedFromTemplate",
+                                           "isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession"};
     for (const RecordType* type :
          {&NVMEnvelopeTemplate::type(), &NVMEnvelopeTemplateDefinition::type(), &NVMDocument::type(),
           &NVMSigner::type(), &NVMInPersonSigner::type(), &NVMSignHere::type(), &NVMText::type(),

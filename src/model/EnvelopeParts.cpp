@@ -1,3 +1,5 @@
+#include "src/model/IndependentCopy.h"
+
 #include <norvane/model/NVMAttachment.h>
 #include <norvane/model/NVMCustomFields.h>
 #include <norvane/model/NVMDocument.h>
@@ -10,8 +12,6 @@
 #include <norvane/model/NVMRecipientSignatureInformation.h>
 #include <norvane/model/NVMSignature.h>
 #include <norvane/model/NVMTabFrame.h>
-
-#include "src/model/IndependentCopy.h"
 
 namespace norvane {
 

@@ -1,5 +1,4 @@
 #include <norvane/model/NVMEnvelopeDefinition.h>
-
 #include <norvane/platform/Value.h>
 #include <norvane/sdk/Configuration.h>
 
@@ -49,7 +48,8 @@ void NVMEnvelopeDefinition::assignLabelsAndIDsToTabsWithForceAssign(bool) {
     for (const auto& signer : allSigners()) {
         const auto tags = tagsForSigner(signer);
         if (!tags) continue;
-        for (const auto& tab : *tags) assignLabelAndId(*tab, number++);
+        for (const auto& tab : *tags)
+            assignLabelAndId(*tab, number++);
     }
 }
 
@@ -82,7 +82,8 @@ TabList NVMEnvelopeDefinition::requiredNavigableTagsForRecipient(
     const std::shared_ptr<NVMRecipient>& recipient) const {
     TabList tags = tagsForSigner(recipient).value_or(TabList());
     std::erase_if(tags, [](const auto& tab) {
-        return tab->tabType == NVMTabTypeFullName || tab->tabType == NVMTabTypeDateSigned || !tab->nvm_required();
+        return tab->tabType == NVMTabTypeFullName || tab->tabType == NVMTabTypeDateSigned ||
+               !tab->nvm_required();
     });
     return tags;
 }

@@ -1,8 +1,7 @@
-#include <norvane/model/NVMEnvelopeTemplate.h>
-
-#include <norvane/sdk/NVMCredentials.h>
-
 #include "src/model/IndependentCopy.h"
+
+#include <norvane/model/NVMEnvelopeTemplate.h>
+#include <norvane/sdk/NVMCredentials.h>
 
 #include <algorithm>
 
@@ -27,7 +26,8 @@ RecipientList sortedByRoutingOrder(const field::List<T>& list) {
 NVMEnvelopeTemplate::NVMEnvelopeTemplate(const NVMEnvelopeTemplate& envelope, bool includePdfs) {
     independentCopy().apply(envelope, *this);
     if (includePdfs) return;
-    for (const auto& document : allDocuments()) document->pdf.reset();
+    for (const auto& document : allDocuments())
+        document->pdf.reset();
     if (combinedDocument) combinedDocument->pdf.reset();
 }
 
@@ -52,7 +52,8 @@ RecipientList NVMEnvelopeTemplate::allSigners() const {
     return all;
 }
 
-std::shared_ptr<NVMRecipient> NVMEnvelopeTemplate::recipientWithId(const std::optional<std::string>& id) const {
+std::shared_ptr<NVMRecipient>
+NVMEnvelopeTemplate::recipientWithId(const std::optional<std::string>& id) const {
     return recipients ? recipients->recipientWithId(id) : nullptr;
 }
 
@@ -88,7 +89,8 @@ TabList NVMEnvelopeTemplate::tagsForDocument(const NVMDocument& document) const 
 }
 
 std::shared_ptr<NVMRadioGroup>
-NVMEnvelopeTemplate::radioGroupWith(const NVMRadio& radio, const std::shared_ptr<NVMRecipient>& forRecipient) const {
+NVMEnvelopeTemplate::radioGroupWith(const NVMRadio& radio,
+                                    const std::shared_ptr<NVMRecipient>& forRecipient) const {
     const auto groups = radioGroupsForSigner(forRecipient);
     if (!groups) return nullptr;
     for (const auto& group : *groups) {
@@ -100,7 +102,8 @@ NVMEnvelopeTemplate::radioGroupWith(const NVMRadio& radio, const std::shared_ptr
 }
 
 void NVMEnvelopeTemplate::setSubjectIfNeeded() {
-    if (!emailSubject.value_or("").empty() || !documents || documents->empty() || status != kStatusSent) return;
+    if (!emailSubject.value_or("").empty() || !documents || documents->empty() || status != kStatusSent)
+        return;
     emailSubject = documents->front()->name;
 }
 

@@ -1,5 +1,4 @@
 #include <norvane/model/NVMRecipient.h>
-
 #include <norvane/model/NVMRecipients.h>
 #include <norvane/sdk/NVMAccount.h>
 

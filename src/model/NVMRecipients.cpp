@@ -1,11 +1,10 @@
-#include <norvane/model/NVMRecipients.h>
+#include "src/model/IndependentCopy.h"
+#include "src/model/RecipientKinds.h"
 
+#include <norvane/model/NVMRecipients.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/platform/TextCompare.h>
 #include <norvane/sdk/Configuration.h>
-
-#include "src/model/IndependentCopy.h"
-#include "src/model/RecipientKinds.h"
 
 #include <algorithm>
 
@@ -61,8 +60,8 @@ std::optional<RecipientList> NVMRecipients::recipientsOfType(NVMRecipientType re
 std::shared_ptr<NVMRecipient> NVMRecipients::recipientWithId(const Text& recipientId) const {
     if (!recipientId) return nullptr;
     const auto all = allRecipients();
-    const auto found = std::find_if(all.begin(), all.end(),
-                                    [&](const auto& recipient) { return recipient->recipientId == recipientId; });
+    const auto found = std::find_if(
+        all.begin(), all.end(), [&](const auto& recipient) { return recipient->recipientId == recipientId; });
     return found == all.end() ? nullptr : *found;
 }
 
@@ -98,14 +97,14 @@ bool NVMRecipients::allRecipientsHaveCompletedOrDeclined() const {
 
 bool NVMRecipients::addRecipient(const std::shared_ptr<NVMRecipient>& recipient) {
     const auto kinds = recipientKinds();
-    return recipient && std::any_of(kinds.begin(), kinds.end(), [&](const RecipientKind& kind) {
-               return kind.add(*this, recipient);
-           });
+    return recipient && std::any_of(kinds.begin(), kinds.end(),
+                                    [&](const RecipientKind& kind) { return kind.add(*this, recipient); });
 }
 
 void NVMRecipients::removeRecipient(const std::shared_ptr<NVMRecipient>& recipient) {
     if (!recipient) return;
-    if (const RecipientKind* kind = recipientKindOf(recipient->recipientType)) kind->remove(*this, *recipient);
+    if (const RecipientKind* kind = recipientKindOf(recipient->recipientType))
+        kind->remove(*this, *recipient);
 }
 
 std::shared_ptr<NVMSigner>
@@ -131,7 +130,8 @@ NVMRecipients::signerFromInPersonSigner(const std::shared_ptr<NVMRecipient>& inP
 
 std::shared_ptr<NVMInPersonSigner>
 NVMRecipients::inPersonSignerFromSigner(const std::shared_ptr<NVMSigner>& signer, const Text& hostName,
-                                        const Text& hostEmail, const Text& signerName, const Text& signerEmail) {
+                                        const Text& hostEmail, const Text& signerName,
+                                        const Text& signerEmail) {
     auto inPerson = std::make_shared<NVMInPersonSigner>();
     copyLikeNamedFields(NVMSigner::type(), signer.get(), NVMInPersonSigner::type(), inPerson.get());
     inPerson->recipientType = NVMRecipientTypeInPersonSigner;

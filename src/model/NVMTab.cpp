@@ -1,6 +1,5 @@
-#include <norvane/model/NVMTab.h>
-
 #include <norvane/model/NVMDocument.h>
+#include <norvane/model/NVMTab.h>
 #include <norvane/model/NVMTabs.h>
 
 namespace norvane {
@@ -51,10 +50,10 @@ void placeAs(NVMTab& tab, NVMTabType type) {
 
 } // namespace
 
-#define NORVANE_PLACED_TAB(KIND, BASE)                                                                        \
-    NVM##KIND::NVM##KIND(const NVMDocument& document, std::int64_t onPage, const NVMRecipient& signer)        \
-        : BASE(document, onPage, signer) {                                                                    \
-        placeAs(*this, NVMTabType##KIND);                                                                     \
+#define NORVANE_PLACED_TAB(KIND, BASE)                                                                       \
+    NVM##KIND::NVM##KIND(const NVMDocument& document, std::int64_t onPage, const NVMRecipient& signer)       \
+        : BASE(document, onPage, signer) {                                                                   \
+        placeAs(*this, NVMTabType##KIND);                                                                    \
     }
 NORVANE_PLACED_TAB(SignHere, NVMImageTabProtocol)
 NORVANE_PLACED_TAB(InitialHere, NVMImageTabProtocol)
@@ -85,7 +84,8 @@ bool NVMRadio::lacksValue() {
 
 void NVMRadioGroup::adoptRadios() {
     if (!radios) return;
-    for (const auto& radio : *radios) radio->radioGroup = weak_from_this();
+    for (const auto& radio : *radios)
+        radio->radioGroup = weak_from_this();
 }
 
 } // namespace norvane

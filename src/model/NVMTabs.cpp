@@ -1,7 +1,7 @@
-#include <norvane/model/NVMTabs.h>
-
 #include "src/model/IndependentCopy.h"
 #include "src/model/TabKinds.h"
+
+#include <norvane/model/NVMTabs.h>
 
 #include <algorithm>
 
@@ -9,7 +9,9 @@ namespace norvane {
 
 NORVANE_TABLE(NVMTabs, NVM_TABS_FIELDS)
 
-std::shared_ptr<NVMTabs> NVMTabs::withTabs(const NVMTabs& tabs) { return independentCopy().make<NVMTabs>(tabs); }
+std::shared_ptr<NVMTabs> NVMTabs::withTabs(const NVMTabs& tabs) {
+    return independentCopy().make<NVMTabs>(tabs);
+}
 
 TabList NVMTabs::allTabs() const {
     TabList tabs;

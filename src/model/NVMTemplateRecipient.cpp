@@ -1,5 +1,4 @@
 #include <norvane/model/NVMTemplateRecipient.h>
-
 #include <norvane/platform/TextCompare.h>
 #include <norvane/sdk/NVMCredentials.h>
 

@@ -1,5 +1,4 @@
 #include <norvane/model/NVMEnvelopeTemplate.h>
-
 #include <norvane/sdk/NVMCredentials.h>
 
 #include <algorithm>
@@ -20,7 +19,8 @@ bool hasTabs(const NVMRecipient& recipient) {
 
 std::shared_ptr<NVMRecipients> recipientsOf(const RecipientList& list) {
     auto recipients = std::make_shared<NVMRecipients>();
-    for (const auto& recipient : list) recipients->addRecipient(recipient);
+    for (const auto& recipient : list)
+        recipients->addRecipient(recipient);
     return recipients;
 }
 
@@ -44,7 +44,8 @@ RecipientList NVMEnvelopeTemplate::allOfflineRecipientsInCurrentRoutingOrder() c
     if (isCreatedFromTemplate()) return localSignersWithOnlyIncomplete(false);
     RecipientList offline = allSigners();
     std::erase_if(offline, [&](const auto& signer) {
-        return !signer->hasOfflineSigningHash() || !isInTurn(*signer, currentRoutingOrder) || !hasTabs(*signer);
+        return !signer->hasOfflineSigningHash() || !isInTurn(*signer, currentRoutingOrder) ||
+               !hasTabs(*signer);
     });
     return offline;
 }

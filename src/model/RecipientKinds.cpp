@@ -34,8 +34,10 @@ constexpr RecipientKind kKinds[] = {
     listed<NVMCertifiedDelivery, &NVMRecipients::certifiedDeliveries>(NVMRecipientTypeCertifiedDelivery,
                                                                       "Signing.AcknowledgeReceipt"),
     listed<NVMEditor, &NVMRecipients::editors>(NVMRecipientTypeEditor, "Signing.ManageEnvelope"),
-    listed<NVMInPersonSigner, &NVMRecipients::inPersonSigners>(NVMRecipientTypeInPersonSigner, "Signing.InPerson"),
-    listed<NVMIntermediary, &NVMRecipients::intermediaries>(NVMRecipientTypeIntermediary, "Signing.ManageRecipients"),
+    listed<NVMInPersonSigner, &NVMRecipients::inPersonSigners>(NVMRecipientTypeInPersonSigner,
+                                                               "Signing.InPerson"),
+    listed<NVMIntermediary, &NVMRecipients::intermediaries>(NVMRecipientTypeIntermediary,
+                                                            "Signing.ManageRecipients"),
     listed<NVMSigner, &NVMRecipients::signers>(NVMRecipientTypeSigner, "BuildEnvelope.Remote"),
 };
 

@@ -21,16 +21,24 @@ field::Text textFrom(const Value& value, bool standsForBoolean) {
 void readText(const field::Text& text, const Field& target, void* to) {
     const auto boolean = [&] { return text && Value(*text).boolValue(); };
     switch (target.kind) {
-    case FieldKind::DateTime: target.as<field::Date>(to) = text ? parseIso8601(*text) : std::nullopt; break;
-    case FieldKind::Bool: target.as<bool>(to) = boolean(); break;
-    case FieldKind::Integer: target.as<std::int64_t>(to) = text ? Value(*text).integerValue() : 0; break;
+    case FieldKind::DateTime:
+        target.as<field::Date>(to) = text ? parseIso8601(*text) : std::nullopt;
+        break;
+    case FieldKind::Bool:
+        target.as<bool>(to) = boolean();
+        break;
+    case FieldKind::Integer:
+        target.as<std::int64_t>(to) = text ? Value(*text).integerValue() : 0;
+        break;
     case FieldKind::Number:
         if (!text)
             target.as<field::Number>(to) = std::nullopt;
         else
-            target.as<field::Number>(to) = isBooleanAttribute(target.name) ? boolean() : numberFromText(*text);
+            target.as<field::Number>(to) =
+                isBooleanAttribute(target.name) ? boolean() : numberFromText(*text);
         break;
-    default: break;
+    default:
+        break;
     }
 }
 

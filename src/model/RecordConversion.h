@@ -30,12 +30,14 @@ struct Then<FUNCTION> {
 };
 
 /// One way between two forms of the records, for all their kinds. Like-named fields are copied whatever their
-/// types: a Boolean is "true" or "false" as text, a number its decimal text, a date that of the wire, sub-records
-/// and lists are converted element by element into new ones. Texts that say no number or no date read as absent.
+/// types: a Boolean is "true" or "false" as text, a number its decimal text, a date that of the wire,
+/// sub-records and lists are converted element by element into new ones. Texts that say no number or no date
+/// read as absent.
 class RecordConversion {
   public:
     /// The rules must live as long as the conversion. For one pair of records the first that fits counts.
-    constexpr explicit RecordConversion(std::span<const ConversionRule> rules) : rules_(rules) {}
+    constexpr explicit RecordConversion(std::span<const ConversionRule> rules)
+        : rules_(rules) {}
 
     void apply(const RecordType& fromType, const void* from, const RecordType& toType, void* to) const;
 

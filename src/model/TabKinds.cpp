@@ -13,8 +13,12 @@ bool removeFrom(field::List<T>& list, const NVMTab& tab) {
 }
 
 template <class T, field::List<T> NVMTabs::*LIST>
-constexpr TabKind listed(NVMTabType type, std::string_view unsupportedName, std::string_view nameKey, Size size) {
-    return {type, unsupportedName, nameKey, size,
+constexpr TabKind listed(NVMTabType type, std::string_view unsupportedName, std::string_view nameKey,
+                         Size size) {
+    return {type,
+            unsupportedName,
+            nameKey,
+            size,
             [](const NVMTabs& tabs, TabList& to) {
                 if (const auto& list = tabs.*LIST) to.insert(to.end(), list->begin(), list->end());
             },
@@ -62,7 +66,8 @@ constexpr TabKind kKinds[] = {
     listed<NVMCompany, &NVMTabs::companyTabs>(NVMTabTypeCompany, "Company", "Common.Company", kTextSize),
     listed<NVMTitle, &NVMTabs::titleTabs>(NVMTabTypeTitle, "Title", "General.Title", kTextSize),
     listed<NVMText, &NVMTabs::textTabs>(NVMTabTypeText, "Text", "General.Text", kTextSize),
-    listed<NVMCheckbox, &NVMTabs::checkboxTabs>(NVMTabTypeCheckbox, "Checkbox", "SigningPalette.checkbox", kBoxSize),
+    listed<NVMCheckbox, &NVMTabs::checkboxTabs>(NVMTabTypeCheckbox, "Checkbox", "SigningPalette.checkbox",
+                                                kBoxSize),
     {NVMTabTypeRadio, "", "SigningPalette.radio", kBoxSize, appendRadios,
      [](NVMTabs&, const std::shared_ptr<NVMTab>&) { return false; }, removeRadio},
     listed<NVMFormula, &NVMTabs::formulaTabs>(NVMTabTypeFormula, "", "Common.Formula", kTextSize),
@@ -74,8 +79,8 @@ constexpr TabKind kKinds[] = {
 std::span<const TabKind> tabKinds() { return kKinds; }
 
 const TabKind* tabKindOf(NVMTabType type) {
-    const auto* kind =
-        std::find_if(std::begin(kKinds), std::end(kKinds), [&](const TabKind& row) { return row.type == type; });
+    const auto* kind = std::find_if(std::begin(kKinds), std::end(kKinds),
+                                    [&](const TabKind& row) { return row.type == type; });
     return kind == std::end(kKinds) ? nullptr : kind;
 }
 

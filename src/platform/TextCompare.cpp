@@ -1,6 +1,5 @@
-#include <norvane/platform/TextCompare.h>
-
 #include <norvane/platform/NVMException.h>
+#include <norvane/platform/TextCompare.h>
 
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
@@ -82,7 +81,8 @@ bool isBlank(const std::optional<std::string>& text) { return !text || trimmed(*
 
 std::size_t codePointLength(std::string_view text) {
     std::size_t count = 0;
-    for (std::size_t index = 0; index < text.size(); ++count) U8_FWD_1(text.data(), index, text.size());
+    for (std::size_t index = 0; index < text.size(); ++count)
+        U8_FWD_1(text.data(), index, text.size());
     return count;
 }
 

@@ -37,8 +37,8 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
     DocumentList sortedDocumentsByOrder() const;
 
     void assignLabelsAndIDsToTabs() { assignLabelsAndIDsToTabsWithForceAssign(false); }
-    /// Gives tabs without one a label ("Text tab 3") and an id ("3"), numbered through all signers in the order of
-    /// `allSigners`. What a tab has is never replaced, by force or not.
+    /// Gives tabs without one a label ("Text tab 3") and an id ("3"), numbered through all signers in the
+    /// order of `allSigners`. What a tab has is never replaced, by force or not.
     void assignLabelsAndIDsToTabsWithForceAssign(bool force);
 
     /// Whether the tab still lacks a value; see NVMTab::lacksValue. Never for type 0.

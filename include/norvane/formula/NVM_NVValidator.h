@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/formula/NVM_NVCondition.h>
+
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <norvane/formula/NVMNVCondition.h>
 
 namespace norvane {
 
@@ -18,18 +18,19 @@ class NVM_NVValidator {
 
     const Conditions& conditions() const { return conditions_; }
 
-    /// The rules that the text breaks, in order, of those whose hint shares a bit with the given hints; of all
-    /// when the hints are 0: a full check.
+    /// The rules that the text breaks, in order, of those whose hint shares a bit with the given hints; of
+    /// all when the hints are 0: a full check.
     Conditions conditionsViolatedByText(const std::string& text, EvaluationHints evaluationHints = 0) const;
     bool isValidText(const std::string& text, EvaluationHints evaluationHints = 0) const;
     /// Nothing when the text breaks no rule.
     std::optional<std::string>
-    descriptionOfFirstConditionViolatedByText(const std::string& text, EvaluationHints evaluationHints = 0) const;
+    descriptionOfFirstConditionViolatedByText(const std::string& text,
+                                              EvaluationHints evaluationHints = 0) const;
 
     /// No spaces; valid characters; at least 6 characters.
     static std::shared_ptr<NVM_NVValidator> nvm_createPasswordValidator();
-    /// While typing the field's text must begin with the confirmation typed so far; the full check demands that
-    /// they are equal.
+    /// While typing the field's text must begin with the confirmation typed so far; the full check demands
+    /// that they are equal.
     static std::shared_ptr<NVM_NVValidator>
     nvm_confirmPasswordAgainstTextFieldValidator(std::shared_ptr<const TextInput> field);
     /// Not blank; valid characters; at most 100 characters.

@@ -11,7 +11,8 @@ namespace norvane {
 
 class TextInput;
 
-/// When a rule is checked: a bit mask. A rule of hint 0 is checked only when no hints are given, in a full check.
+/// When a rule is checked: a bit mask. A rule of hint 0 is checked only when no hints are given, in a full
+/// check.
 using EvaluationHints = std::uint64_t;
 inline constexpr EvaluationHints kCheckWhileEditing = 1; ///< when a field starts editing, and during it
 inline constexpr EvaluationHints kCheckKeystroke = 2;    ///< a keystroke that breaks the rule is refused

@@ -1,0 +1,119 @@
+#include <norvane/api/NVESLogger.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <mutex>
+
+#include <norvane/platform/Json.h>
+#include <norvane/platform/Platform.h>
+
+namespace norvane {
+namespace {
+
+std::string lowerCase(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return result;
+}
+
+/// Whoever knows the value of such a member can act for the user or open a signing page.
+bool isSecret(std::string_view key) {
+    constexpr std::array<std::string_view, 8> kFragments = {
+        "password", "token", "secret", "accesscode", "integratorkey", "authorization", "x-norvane-authentication",
+        "assertion"};
+    const std::string name = lowerCase(key);
+    return name == "url" || std::any_of(kFragments.begin(), kFragments.end(), [&](std::string_view fragment) {
+               return name.find(fragment) != std::string::npos;
+           });
+}
+
+bool isContent(std::string_view key) { return lowerCase(key).find("base64") != std::string::npos; }
+
+std::string length(std::size_t bytes) { return "-" + std::to_string(bytes) + " bytes-"; }
+
+Value redacted(const Value& value) {
+    if (const Array* array = value.asArray()) {
+        Array result;
+        for (const Value& element : *array) result.push_back(redacted(element));
+        return result;
+    }
+    const Dictionary* dictionary = value.asDictionary();
+    if (!dictionary) return value;
+    Dictionary result;
+    for (const auto& [key, member] : *dictionary) {
+        const std::string* text = member.asString();
+        if (isSecret(key))
+            result.emplace(key, "-redacted-");
+        else if (text && isContent(key))
+            result.emplace(key, length(text->size()));
+        else
+            result.emplace(key, redacted(member));
+    }
+    return result;
+}
+
+} // namespace
+
+struct NVESLogger::State {
+    std::atomic<bool> enabled = false;
+    std::mutex mutex; ///< guards the file
+    int file = -1;
+
+    void write(std::string line) {
+        Platform::current().log->write(LogLevel::Debug, line);
+        const std::lock_guard lock(mutex);
+        line += '\n';
+        // A trace that cannot be written must not disturb the request that it is about.
+        if (file >= 0) [[maybe_unused]]
+            const auto written = ::write(file, line.data(), line.size());
+    }
+};
+
+NVESLogger::NVESLogger() : state_(std::make_unique<State>()) {}
+
+NVESLogger::~NVESLogger() { setLoggingFile(std::nullopt); }
+
+NVESLogger& NVESLogger::sharedLogger() {
+    // Never destroyed: requests may end while the process does.
+    static NVESLogger& shared = *new NVESLogger;
+    return shared;
+}
+
+bool NVESLogger::isEnabled() const { return state_->enabled; }
+
+void NVESLogger::setEnabled(bool enabled) { state_->enabled = enabled; }
+
+void NVESLogger::debugLog(std::string_view method, std::string_view message) {
+    if (isEnabled()) state_->write(std::string(method) + ": " + std::string(message));
+}
+
+void NVESLogger::logResponse(std::string_view method, std::string_view responseObject, std::string_view request,
+                             const std::optional<NVMError>& error) {
+    if (!isEnabled()) return;
+    const std::string answer = error && responseObject.empty()
+                                   ? error->domain + " " + std::to_string(error->code)
+                                   : redactedBody(responseObject);
+    debugLog(method, "\n[DEBUG] HTTP request body \n~BEGIN~\n " + redactedBody(request) +
+                         "\n~END~\n[DEBUG] HTTP response body \n~BEGIN~\n " + answer + "\n~END~\n");
+}
+
+void NVESLogger::setLoggingFile(const std::optional<std::filesystem::path>& file) {
+    const std::lock_guard lock(state_->mutex);
+    if (state_->file >= 0) ::close(state_->file);
+    state_->file = -1;
+    if (file) state_->file = ::open(file->c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600);
+}
+
+std::string NVESLogger::redactedBody(std::string_view body) {
+    if (body.empty()) return {};
+    const auto json = parseJson(body);
+    if (!json || !(json->isDictionary() || json->isArray())) return length(body.size());
+    return writeJson(redacted(*json));
+}
+
+} // namespace norvane

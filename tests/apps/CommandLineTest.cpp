@@ -1,0 +1,150 @@
+#include "tests/apps/CommandLine.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include <norvane/platform/Json.h>
+
+namespace norvane {
+
+namespace {
+
+class CommandLineTest : public CommandLine {
+  protected:
+    /// Signs with a changed script and expects an error that names `culprit`; nothing may be kept.
+    void expectRefused(const std::function<void(Dictionary&)>& edit, const std::string& reason,
+                       const std::string& culprit) {
+        const std::string script = leaseScript(edit).string();
+        const Run refused = run({"--json", "sign", leaseId(), "--script", script});
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.json()["error"]["reason"], Value(reason)) << refused.output;
+        EXPECT_NE(refused.errors.find(culprit), std::string::npos) << refused.errors;
+        EXPECT_EQ(envelopesOnDevice(home_), 0u);
+        const auto documents = home_ / "Documents" / "userId" / "ed";
+        EXPECT_TRUE(!std::filesystem::exists(documents) || std::filesystem::is_empty(documents));
+    }
+
+    static void editSigner(Dictionary& script, std::size_t index, const std::function<void(Dictionary&)>& edit) {
+        Array signers = *script["signers"].asArray();
+        Dictionary signer = *signers[index].asDictionary();
+        edit(signer);
+        signers[index] = std::move(signer);
+        script["signers"] = std::move(signers);
+    }
+};
+
+TEST_F(CommandLineTest, TheMainJobEndsWithOneEnvelopeOnTheServiceAndNoneOnTheDevice) {
+    signIn();
+    cacheLease();
+    const auto preview = folder_.path() / "preview.pdf";
+    auto arguments = signArguments();
+    arguments.insert(arguments.end(), {"--preview", preview.string()});
+    const Run signedRun = run(arguments);
+    ASSERT_EQ(signedRun.status, 0) << signedRun.errors;
+    const Value transactionId = signedRun.json()["transactionId"];
+    EXPECT_EQ(std::filesystem::file_size(preview) > 20'000, true);
+
+    const Run listed = run({"--json", "envelopes", "list"});
+    ASSERT_EQ(listed.json().asArray()->size(), 1u);
+    EXPECT_EQ(listed.json().asArray()->front()["transactionId"], transactionId);
+    EXPECT_EQ(listed.json().asArray()->front()["status"], Value("completed"));
+    EXPECT_EQ(listed.json().asArray()->front()["syncPending"], Value(true));
+    EXPECT_EQ(run({"logout"}).status, 1) << "an envelope waits for upload";
+
+    const Run synced = run({"--json", "sync"});
+    ASSERT_EQ(synced.status, 0) << synced.output << synced.errors;
+    EXPECT_EQ(synced.json()["succeeded"], Value(Array{transactionId}));
+    EXPECT_EQ(envelopesOnDevice(home_), 0u);
+    const auto received = service_.receivedEnvelopes();
+    ASSERT_EQ(received.size(), 1u);
+    EXPECT_EQ(Value(received[0].transactionId), transactionId);
+    EXPECT_EQ(received[0].warnings, std::vector<std::string>());
+    EXPECT_EQ(received[0].images.size(), 4u) << "two signatures, two sets of initials";
+}
+
+TEST_F(CommandLineTest, AnEnvelopeWhoseUploadIsCutOffStaysAndGoesWithTheNextSync) {
+    signIn();
+    cacheLease();
+    ASSERT_EQ(run(signArguments()).status, 0);
+    service_.addFault("POST /v2/accounts/*/envelopes cut-request=20000");
+    const Run failed = run({"--json", "sync"});
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.json()["pending"], Value(1)) << failed.output;
+    const Value kept = run({"--json", "envelopes", "list"}).json().asArray()->front();
+    EXPECT_EQ(kept["syncPendingUploadRetryCount"], Value(1));
+    EXPECT_TRUE(kept["syncFailureReason"].isString());
+    EXPECT_EQ(run({"sync"}).status, 0);
+    EXPECT_EQ(service_.receivedEnvelopes().size(), 1u);
+}
+
+TEST_F(CommandLineTest, AnUploadThatWasAppliedButNeverAnsweredIsNotSentTwice) {
+    signIn();
+    cacheLease();
+    ASSERT_EQ(run(signArguments()).status, 0);
+    service_.addFault("POST /v2/accounts/*/envelopes apply-close");
+    EXPECT_EQ(run({"sync"}).status, 1);
+    EXPECT_EQ(service_.receivedEnvelopes().size(), 1u);
+    const Run settled = run({"--json", "sync"});
+    EXPECT_EQ(settled.status, 0) << settled.errors;
+    EXPECT_EQ(settled.json()["succeeded"].asArray()->size(), 1u);
+    EXPECT_EQ(service_.receivedEnvelopes().size(), 1u);
+    EXPECT_EQ(envelopesOnDevice(home_), 0u);
+}
+
+TEST_F(CommandLineTest, AScriptThatDoesNotFitIsRefusedByNameAndKeepsNothing) {
+    signIn();
+    cacheLease();
+    expectRefused([](Dictionary& script) {
+        editSigner(script, 0, [](Dictionary& signer) {
+            Dictionary tabs = *signer["tabs"].asDictionary();
+            tabs["Favourite Colour"] = "blue";
+            signer["tabs"] = std::move(tabs);
+        });
+    }, "TAB_UNKNOWN", "Favourite Colour");
+    expectRefused([](Dictionary& script) {
+        editSigner(script, 0, [](Dictionary& signer) { signer["tabs"] = Dictionary{}; });
+    }, "REQUIRED_TAB_BLANK", "Tenant Phone");
+    expectRefused([](Dictionary& script) {
+        editSigner(script, 0, [](Dictionary& signer) { signer.erase("signature"); });
+    }, "REQUIRED_TAB_BLANK", "Tenant Signature");
+    expectRefused([](Dictionary& script) {
+        Array signers = *script["signers"].asArray();
+        std::reverse(signers.begin(), signers.end());
+        script["signers"] = std::move(signers);
+    }, "SIGNER_OUT_OF_TURN", "Tomas Alder");
+    expectRefused([](Dictionary& script) {
+        script["signers"] = Array{script["signers"].asArray()->front()};
+    }, "SIGNER_MISSING", "Tomas Alder");
+    expectRefused([](Dictionary& script) {
+        editSigner(script, 1, [](Dictionary& signer) { signer["signature"] = "nowhere.json"; });
+    }, "SIGNATURE_FILE_INVALID", "nowhere.json");
+}
+
+TEST_F(CommandLineTest, WrongCredentialsAndWrongUsageAreToldApart) {
+    const Run refused = run({"--json", "login", "--host", service_.url(), "--integrator-key", "not-the-key", "--user",
+                             service_.credentials().userName});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.json()["error"]["domain"], Value("user.setup"));
+    EXPECT_EQ(refused.json()["error"]["code"], Value(401));
+    EXPECT_NE(refused.errors.find("error: "), std::string::npos);
+    EXPECT_EQ(run({"whoami"}).status, 1) << "nobody is signed in";
+    EXPECT_EQ(run({"sign"}).status, 2);
+    EXPECT_EQ(run({"config", "set", "other.key", "x"}).status, 2);
+    EXPECT_EQ(run({"--help"}).status, 0);
+}
+
+TEST_F(CommandLineTest, TheHomeIsReadableForItsOwnerAloneAndHoldsNoSecretInPlain) {
+    signIn();
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(home_)) {
+        const auto mode = std::filesystem::status(entry).permissions() & std::filesystem::perms::all;
+        EXPECT_EQ(mode, entry.is_directory() ? std::filesystem::perms::owner_all
+                                             : std::filesystem::perms::owner_read | std::filesystem::perms::owner_write)
+            << entry.path();
+    }
+    const Run secret = run({"--json", "whoami"});
+    EXPECT_EQ(secret.output.find(service_.credentials().apiPassword), std::string::npos);
+}
+
+} // namespace
+
+} // namespace norvane
