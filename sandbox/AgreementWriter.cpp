@@ -31,7 +31,7 @@ std::string typographic(const std::string& text) {
 
 } // namespace
 
-AgreementWriter::AgreementWriter(cairo_t* context, Heading heading)
+AgreementWriter::AgreementWriter(_cairo* context, Heading heading)
     : context_(context)
     , heading_(std::move(heading)) {
     beginPage();

@@ -2,10 +2,10 @@
 
 #include "sandbox/Tab.h"
 
-#include <cairo.h>
-
 #include <string>
 #include <vector>
+
+struct _cairo; ///< cairo_t, so that only sources need cairo
 
 namespace norvane::sandbox {
 
@@ -26,7 +26,7 @@ class AgreementWriter {
     static constexpr double kWidth = kRight - kLeft;
 
     /// Begins the first page at once.
-    AgreementWriter(cairo_t* context, Heading heading);
+    AgreementWriter(_cairo* context, Heading heading);
 
     /// Ends the last page; call it once, last.
     void finish();
@@ -101,7 +101,7 @@ class AgreementWriter {
     void line(double fromX, double toX, double y, double thickness, double grey);
     void tableRow(const std::vector<Column>& columns, const std::vector<std::string>& cells, bool head);
 
-    cairo_t* context_;
+    _cairo* context_;
     Heading heading_;
     int page_ = 0;
     double y_ = 0;

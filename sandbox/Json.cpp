@@ -147,9 +147,9 @@ double Json::asNumber() const {
     return static_cast<double>(asInteger());
 }
 
-const Json::Array& Json::items() const { return isArray() ? std::get<Array>(value_) : kNoItems; }
+const Json::Array& Json::items() const& { return isArray() ? std::get<Array>(value_) : kNoItems; }
 
-const Json::Object& Json::members() const { return isObject() ? std::get<Object>(value_) : kNoMembers; }
+const Json::Object& Json::members() const& { return isObject() ? std::get<Object>(value_) : kNoMembers; }
 
 const Json* Json::find(std::string_view key) const {
     for (const auto& [name, value] : members())
@@ -164,7 +164,7 @@ const std::string& Json::text(std::string_view key) const {
     return member ? member->asText() : kNoText;
 }
 
-const Json::Array& Json::array(std::string_view key) const {
+const Json::Array& Json::array(std::string_view key) const& {
     const Json* member = find(key);
     return member ? member->items() : kNoItems;
 }

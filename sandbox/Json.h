@@ -55,8 +55,8 @@ class Json {
     std::int64_t asInteger(std::int64_t fallback = 0) const;
     double asNumber() const; ///< 0 when this is no number
     /// Elements of an array, members of an object; empty for any other value.
-    const Array& items() const;
-    const Object& members() const;
+    const Array& items() const&;
+    const Object& members() const&;
     Array* mutableItems() { return std::get_if<Array>(&value_); }
 
     /// The member of that key; null when there is none or this is not an object.
@@ -65,7 +65,11 @@ class Json {
     /// The text member of that key; empty when there is none.
     const std::string& text(std::string_view key) const;
     /// The elements of the array member of that key; empty when there is none.
-    const Array& array(std::string_view key) const;
+    const Array& array(std::string_view key) const&;
+    // A loop over what a call returned would see it destroyed: those get a value.
+    Array items() && { return std::as_const(*this).items(); }
+    Object members() && { return std::as_const(*this).members(); }
+    Array array(std::string_view key) && { return std::as_const(*this).array(key); }
     /// Puts a member in, replacing one of the same key; makes this an object when it is none.
     Json& set(std::string_view key, Json value);
     void erase(std::string_view key);

@@ -2,7 +2,6 @@
 
 #include "Commands.h"
 
-#include <norvane/api/NVESTemplates.h>
 #include <norvane/model/NVMEnvelopeTemplate.h>
 #include <norvane/platform/DateFormat.h>
 #include <norvane/platform/Json.h>
@@ -13,7 +12,7 @@ namespace norvane::cli {
 
 namespace {
 
-using TemplateList = std::vector<std::shared_ptr<NVESEnvelopeTemplateResult>>;
+using TemplateList = std::vector<std::shared_ptr<NVMEnvelopeTemplateDefinition>>;
 
 Value isoText(const std::optional<Date>& date) { return date ? Value(formatIso8601(*date)) : Value(); }
 
@@ -37,10 +36,10 @@ void list(Context& context, const std::string& search) {
     for (const auto& entry : *templates) {
         document.push_back(Dictionary{{"templateId", entry->templateId},
                                       {"name", entry->name},
-                                      {"description", entry->_description},
+                                      {"description", entry->templateDescription},
                                       {"pageCount", entry->pageCount},
                                       {"folderName", entry->folderName},
-                                      {"lastModified", entry->lastModified}});
+                                      {"lastModified", isoText(entry->lastModified)}});
         lines.push_back(entry->templateId.value_or("") + "  " + entry->name.value_or(""));
     }
     context.output().result(document, lines);

@@ -37,7 +37,8 @@ constexpr std::pair<std::string_view, std::string_view> kTypes[] = {
 
 std::string_view mimeTypeForExtension(std::string_view extension) {
     for (const auto& [known, type] : kTypes)
-        if (known.size() == extension.size() && strncasecmp(known.data(), extension.data(), known.size()) == 0)
+        if (known.size() == extension.size() &&
+            strncasecmp(known.data(), extension.data(), known.size()) == 0)
             return type;
     return "application/octet-stream";
 }

@@ -1,13 +1,13 @@
 #include "src/api/MultipartBody.h"
 
+#include <norvane/api/NVESErrors.h>
+
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-
-#include <norvane/api/NVESErrors.h>
 
 namespace norvane {
 namespace {
@@ -17,7 +17,7 @@ bool hasControlCharacter(std::string_view text) {
                        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; });
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string result = "\"";
     for (const char c : text) {
         if (c == '"')
@@ -35,13 +35,15 @@ bool isSameFile(const struct stat& a, const struct stat& b) {
 }
 
 NVMError changed(const std::filesystem::path& file) {
-    return NVMError::make(std::string(kTransportErrorDomain), static_cast<std::int64_t>(TransportError::FileError),
+    return NVMError::make(std::string(kTransportErrorDomain),
+                          static_cast<std::int64_t>(TransportError::FileError),
                           "The file " + file.filename().string() + " changed while it was sent.");
 }
 
 NVMError unreadable(const std::filesystem::path& file, int cause) {
     return NVMError::make(std::string(kRequestErrorDomain), cause,
-                          "The file " + file.filename().string() + " cannot be read: " + std::strerror(cause) + ".",
+                          "The file " + file.filename().string() +
+                              " cannot be read: " + std::strerror(cause) + ".",
                           std::string(kUnreadableFileReason));
 }
 
@@ -51,7 +53,8 @@ MultipartBody::~MultipartBody() {
     if (file_ >= 0) ::close(file_);
 }
 
-Failure MultipartBody::addPart(const Parameters& disposition, std::string_view contentType, const Data& content) {
+Failure MultipartBody::addPart(const Parameters& disposition, std::string_view contentType,
+                               const Data& content) {
     if (auto error = addHead(disposition, contentType)) return error;
     add(content);
     add(Data(std::string("\r\n")));
@@ -80,7 +83,7 @@ Failure MultipartBody::addHead(const Parameters& disposition, std::string_view c
             return NVMError::make(std::string(kRequestErrorDomain), 0,
                                   "The " + name + " of a part holds control characters.",
                                   std::string(kInvalidHeaderReason));
-        head += "; " + name + "=" + quoted(value);
+        head += "; " + name + "=" + inQuotes(value);
     }
     if (!contentType.empty()) head.append("\r\nContent-Type: ").append(contentType);
     add(Data(head + "\r\n\r\n"));
@@ -103,7 +106,8 @@ Result<std::size_t> MultipartBody::read(char* buffer, std::size_t capacity) {
             position_ += count;
             if (count == rest.size()) nextPiece();
         } else {
-            const auto count = readFile(std::get<FilePiece>(pieces_[piece_]), buffer + filled, capacity - filled);
+            const auto count =
+                readFile(std::get<FilePiece>(pieces_[piece_]), buffer + filled, capacity - filled);
             if (!count) return count;
             filled += *count;
         }

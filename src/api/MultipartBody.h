@@ -1,5 +1,8 @@
 #pragma once
 
+#include <norvane/platform/Data.h>
+#include <norvane/platform/HttpSession.h>
+
 #include <sys/stat.h>
 
 #include <cstdint>
@@ -9,26 +12,25 @@
 #include <variant>
 #include <vector>
 
-#include <norvane/platform/Data.h>
-#include <norvane/platform/HttpSession.h>
-
 namespace norvane {
 
-/// A form of parts. Parts from files are read from disk as they are sent; a file that is not what it was when it
-/// was added ends the request with an error, so that no half document is taken for a whole one.
+/// A form of parts. Parts from files are read from disk as they are sent; a file that is not what it was when
+/// it was added ends the request with an error, so that no half document is taken for a whole one.
 class MultipartBody final : public HttpBody {
   public:
     using Parameters = std::vector<std::pair<std::string, std::string>>;
 
     /// The boundary must be unpredictable, so that nobody can have put it into a document.
-    explicit MultipartBody(std::string boundary) : boundary_(std::move(boundary)) {}
+    explicit MultipartBody(std::string boundary)
+        : boundary_(std::move(boundary)) {}
     ~MultipartBody() override;
 
-    /// A part of disposition "form-data" with these parameters, in their order; no "Content-Type" when that is
-    /// empty. An error says what cannot go into a header.
+    /// A part of disposition "form-data" with these parameters, in their order; no "Content-Type" when that
+    /// is empty. An error says what cannot go into a header.
     Failure addPart(const Parameters& disposition, std::string_view contentType, const Data& content);
     /// The same with the bytes of a file, or an error when it cannot be read.
-    Failure addFile(const Parameters& disposition, std::string_view contentType, const std::filesystem::path& file);
+    Failure addFile(const Parameters& disposition, std::string_view contentType,
+                    const std::filesystem::path& file);
     /// To be called once, after the last part.
     void finish();
 

@@ -1,12 +1,12 @@
-#include <norvane/api/NVESConfiguration.h>
-
 #include <norvane/api/NVESApiClient.h>
+#include <norvane/api/NVESConfiguration.h>
 #include <norvane/api/NVESLogger.h>
 #include <norvane/platform/Base64.h>
 
 namespace norvane {
 
-NVESConfiguration::NVESConfiguration() : host(*Url::parse("https://api.norvane.example/restapi")) {}
+NVESConfiguration::NVESConfiguration()
+    : host(*Url::parse("https://api.norvane.example/restapi")) {}
 
 NVESConfiguration& NVESConfiguration::sharedConfig() {
     // Never destroyed: a client in it must not outlive the platform that ends with the process.

@@ -1,4 +1,6 @@
 #include <norvane/api/NVESLogger.h>
+#include <norvane/platform/Json.h>
+#include <norvane/platform/Platform.h>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -7,9 +9,6 @@
 #include <array>
 #include <atomic>
 #include <mutex>
-
-#include <norvane/platform/Json.h>
-#include <norvane/platform/Platform.h>
 
 namespace norvane {
 namespace {
@@ -23,9 +22,14 @@ std::string lowerCase(std::string_view text) {
 
 /// Whoever knows the value of such a member can act for the user or open a signing page.
 bool isSecret(std::string_view key) {
-    constexpr std::array<std::string_view, 8> kFragments = {
-        "password", "token", "secret", "accesscode", "integratorkey", "authorization", "x-norvane-authentication",
-        "assertion"};
+    constexpr std::array<std::string_view, 8> kFragments = {"password",
+                                                            "token",
+                                                            "secret",
+                                                            "accesscode",
+                                                            "integratorkey",
+                                                            "authorization",
+                                                            "x-norvane-authentication",
+                                                            "assertion"};
     const std::string name = lowerCase(key);
     return name == "url" || std::any_of(kFragments.begin(), kFragments.end(), [&](std::string_view fragment) {
                return name.find(fragment) != std::string::npos;
@@ -34,12 +38,18 @@ bool isSecret(std::string_view key) {
 
 bool isContent(std::string_view key) { return lowerCase(key).find("base64") != std::string::npos; }
 
-std::string length(std::size_t bytes) { return "-" + std::to_string(bytes) + " bytes-"; }
+constexpr std::string_view kLengthEnd = " bytes-";
+
+/// A body may have been redacted before.
+bool isLength(std::string_view text) { return text.starts_with('-') && text.ends_with(kLengthEnd); }
+
+std::string length(std::size_t bytes) { return "-" + std::to_string(bytes) + std::string(kLengthEnd); }
 
 Value redacted(const Value& value) {
     if (const Array* array = value.asArray()) {
         Array result;
-        for (const Value& element : *array) result.push_back(redacted(element));
+        for (const Value& element : *array)
+            result.push_back(redacted(element));
         return result;
     }
     const Dictionary* dictionary = value.asDictionary();
@@ -49,7 +59,7 @@ Value redacted(const Value& value) {
         const std::string* text = member.asString();
         if (isSecret(key))
             result.emplace(key, "-redacted-");
-        else if (text && isContent(key))
+        else if (text && isContent(key) && !isLength(*text))
             result.emplace(key, length(text->size()));
         else
             result.emplace(key, redacted(member));
@@ -74,7 +84,8 @@ struct NVESLogger::State {
     }
 };
 
-NVESLogger::NVESLogger() : state_(std::make_unique<State>()) {}
+NVESLogger::NVESLogger()
+    : state_(std::make_unique<State>()) {}
 
 NVESLogger::~NVESLogger() { setLoggingFile(std::nullopt); }
 
@@ -92,8 +103,8 @@ void NVESLogger::debugLog(std::string_view method, std::string_view message) {
     if (isEnabled()) state_->write(std::string(method) + ": " + std::string(message));
 }
 
-void NVESLogger::logResponse(std::string_view method, std::string_view responseObject, std::string_view request,
-                             const std::optional<NVMError>& error) {
+void NVESLogger::logResponse(std::string_view method, std::string_view responseObject,
+                             std::string_view request, const std::optional<NVMError>& error) {
     if (!isEnabled()) return;
     const std::string answer = error && responseObject.empty()
                                    ? error->domain + " " + std::to_string(error->code)
@@ -106,11 +117,12 @@ void NVESLogger::setLoggingFile(const std::optional<std::filesystem::path>& file
     const std::lock_guard lock(state_->mutex);
     if (state_->file >= 0) ::close(state_->file);
     state_->file = -1;
-    if (file) state_->file = ::open(file->c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600);
+    if (file)
+        state_->file = ::open(file->c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600);
 }
 
 std::string NVESLogger::redactedBody(std::string_view body) {
-    if (body.empty()) return {};
+    if (body.empty() || isLength(body)) return std::string(body);
     const auto json = parseJson(body);
     if (!json || !(json->isDictionary() || json->isArray())) return length(body.size());
     return writeJson(redacted(*json));

@@ -1,14 +1,13 @@
-#include <norvane/api/NVESResponseDeserializer.h>
-
-#include <simdjson.h>
-
 #include "src/api/DeserializationErrors.h"
 #include "src/api/JsonCursor.h"
 #include "src/api/RecordReader.h"
 #include "src/api/ResponseType.h"
 
+#include <norvane/api/NVESResponseDeserializer.h>
 #include <norvane/platform/DateFormat.h>
 #include <norvane/platform/Json.h>
+
+#include <simdjson.h>
 
 namespace norvane {
 namespace {
@@ -18,7 +17,9 @@ using Kind = ResponseType::Kind;
 
 class ResultReader {
   public:
-    ResultReader(JsonCursor& cursor, bool treatNullAsError) : cursor_(cursor), treatNullAsError_(treatNullAsError) {}
+    ResultReader(JsonCursor& cursor, bool treatNullAsError)
+        : cursor_(cursor)
+        , treatNullAsError_(treatNullAsError) {}
 
     /// Passes the value.
     Result<NVESResult> read(dom::element value, std::string_view typeText) {
@@ -29,13 +30,18 @@ class ResultReader {
         const auto type = ResponseType::parse(typeText);
         if (!type) return unknownType(typeText, cursor_.passedText(value));
         switch (type->kind) {
-        case Kind::Basic: return readAny(value, *type);
+        case Kind::Any:
+            return readAny(value, *type);
         case Kind::Text:
         case Kind::Number:
-        case Kind::Date: return readPrimitive(value, *type);
-        case Kind::List: return readList(value, *type);
-        case Kind::Dictionary: return readDictionary(value, *type);
-        case Kind::Record: break;
+        case Kind::Day:
+            return readPrimitive(value, *type);
+        case Kind::List:
+            return readList(value, *type);
+        case Kind::Members:
+            return readDictionary(value, *type);
+        case Kind::Record:
+            break;
         }
         auto record = RecordReader(cursor_).read(value, *type->record);
         if (!record) return record.error();
@@ -62,7 +68,7 @@ class ResultReader {
             const std::string_view text = value.get_string().value_unsafe();
             if (type.kind == Kind::Text)
                 result = text;
-            else if (type.kind == Kind::Date)
+            else if (type.kind == Kind::Day)
                 result = parseIso8601(text);
             else
                 result = decimalNumber(text);
@@ -121,8 +127,9 @@ Result<NVESResult> plainBody(std::string_view body, std::string_view typeText, b
     const auto type = ResponseType::parse(typeText);
     if (!type) return unknownType(typeText, body);
     const bool isText = simdjson::validate_utf8(body.data(), body.size());
-    if (isText && (type->kind == Kind::Text || (asText && type->kind == Kind::Basic))) return NVESResult(Value(body));
-    if (type->kind == Kind::Basic) return NVESResult(Value(Data(std::string(body))));
+    if (isText && (type->kind == Kind::Text || (asText && type->kind == Kind::Any)))
+        return NVESResult(Value(body));
+    if (type->kind == Kind::Any) return NVESResult(Value(Data(std::string(body))));
     return typeMismatch(body, type->name);
 }
 

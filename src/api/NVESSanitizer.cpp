@@ -1,11 +1,10 @@
 #include <norvane/api/NVESSanitizer.h>
-
-#include <algorithm>
-
 #include <norvane/api/RecordJson.h>
 #include <norvane/platform/DateFormat.h>
 #include <norvane/platform/Json.h>
 #include <norvane/platform/NVMException.h>
+
+#include <algorithm>
 
 namespace norvane {
 namespace {
@@ -36,12 +35,14 @@ Value NVESSanitizer::sanitizeForSerialization(const Value& value) const {
     if (const Date* date = value.asDate()) return dateParameterToString(*date);
     if (const Array* array = value.asArray()) {
         Array result;
-        for (const Value& element : *array) result.push_back(sanitizeForSerialization(element));
+        for (const Value& element : *array)
+            result.push_back(sanitizeForSerialization(element));
         return result;
     }
     if (const Dictionary* dictionary = value.asDictionary()) {
         Dictionary result;
-        for (const auto& [key, member] : *dictionary) result.emplace(key, sanitizeForSerialization(member));
+        for (const auto& [key, member] : *dictionary)
+            result.emplace(key, sanitizeForSerialization(member));
         return result;
     }
     refuse(value);

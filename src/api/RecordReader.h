@@ -14,11 +14,14 @@
 
 namespace norvane {
 
-/// Which field came after which in the records of one list: a service writes all of them in one order, mostly but
-/// not always that of the table.
+/// Which field came after which in the records of one list: a service writes all of them in one order, mostly
+/// but not always that of the table.
 class FieldOrder {
   public:
-    explicit FieldOrder(const RecordType& type) : type_(type) { following_.fill(kUnknown); }
+    explicit FieldOrder(const RecordType& type)
+        : type_(type) {
+        following_.fill(kUnknown);
+    }
     const RecordType& type() const { return type_; }
     /// The field that travels under the key, or null.
     const Field* find(std::string_view key);

@@ -6,7 +6,8 @@ namespace norvane {
 namespace {
 
 /// What stands between the two, when that is anything.
-std::optional<std::string_view> between(std::string_view text, std::string_view before, std::string_view after) {
+std::optional<std::string_view> between(std::string_view text, std::string_view before,
+                                        std::string_view after) {
     if (text.size() <= before.size() + after.size() || !text.starts_with(before) || !text.ends_with(after))
         return std::nullopt;
     return text.substr(before.size(), text.size() - before.size() - after.size());
@@ -32,20 +33,21 @@ std::optional<std::string_view> valueType(std::string_view name) {
 
 std::optional<ResponseType> ResponseType::parse(std::string_view text) {
     if (text.ends_with('*')) text.remove_suffix(1);
-    while (text.ends_with(' ')) text.remove_suffix(1);
-    ResponseType type{Kind::Basic, text, {}, nullptr};
+    while (text.ends_with(' '))
+        text.remove_suffix(1);
+    ResponseType type{Kind::Any, text, {}, nullptr};
     if (text == "NSObject" || text == "id" || text == "NSData") return type;
     if (text == "NSString") {
         type.kind = Kind::Text;
     } else if (text == "NSNumber") {
         type.kind = Kind::Number;
     } else if (text == "NSDate") {
-        type.kind = Kind::Date;
+        type.kind = Kind::Day;
     } else if (const auto element = elementType(text)) {
         type.kind = Kind::List;
         type.inner = *element;
     } else if (const auto value = valueType(text)) {
-        type.kind = Kind::Dictionary;
+        type.kind = Kind::Members;
         type.inner = *value;
     } else {
         type.kind = Kind::Record;

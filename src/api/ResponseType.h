@@ -1,16 +1,16 @@
 #pragma once
 
+#include <norvane/record/Record.h>
+
 #include <optional>
 #include <string_view>
-
-#include <norvane/record/Record.h>
 
 namespace norvane {
 
 /// What the text of a response type asks for. Views point into that text.
 struct ResponseType {
-    enum class Kind { Basic, Text, Number, Date, List, Dictionary, Record };
-    Kind kind = Kind::Basic;
+    enum class Kind { Any, Text, Number, Day, List, Members, Record };
+    Kind kind = Kind::Any;
     std::string_view name;  ///< without a last "*"
     std::string_view inner; ///< the type of a list's elements or a dictionary's values
     const RecordType* record = nullptr;

@@ -1,6 +1,7 @@
 #include <norvane/formula/NVM_NVCondition.h>
 #include <norvane/platform/NVMException.h>
 
+#include <unicode/locid.h>
 #include <unicode/regex.h>
 
 #include <memory>

@@ -50,13 +50,13 @@ std::shared_ptr<NVM_NVCondition> NVM_NVCondition::notBlankCondition() {
 }
 
 std::shared_ptr<NVM_NVCondition> NVM_NVCondition::conditionWithMinLength(std::size_t length) {
-    return condition(localized("Must contain at least {0} characters", {std::to_string(length)}), 0,
+    return condition(localized("Must contain at least %d characters", {std::to_string(length)}), 0,
                      [length](const std::string& text) { return codePointLength(text) >= length; });
 }
 
 std::shared_ptr<NVM_NVCondition> NVM_NVCondition::conditionWithMaxLength(std::size_t length) {
     // Deliberate: the text says "less than", the rule allows that many.
-    return condition(localized("Must be less than {0} characters", {std::to_string(length)}),
+    return condition(localized("Must be less than %d characters", {std::to_string(length)}),
                      kCheckWhileEditing | kCheckKeystroke,
                      [length](const std::string& text) { return codePointLength(text) <= length; });
 }

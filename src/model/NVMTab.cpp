@@ -1,4 +1,5 @@
 #include <norvane/model/NVMDocument.h>
+#include <norvane/model/NVMRecipient.h>
 #include <norvane/model/NVMTab.h>
 #include <norvane/model/NVMTabs.h>
 

@@ -53,7 +53,7 @@ NVMTemplateRecipient::NVMTemplateRecipient(const NVMRecipient& recipient)
 bool NVMTemplateRecipient::isSenderRole() const {
     if (!roleName) return false;
     for (const std::string_view role : kSenderRoles)
-        if (foldedEqual(*roleName, std::string(role), Diacritics::Ignore) ||
+        if (foldedEqual(*roleName, role, Diacritics::Ignore) ||
             foldedEqual(*roleName, "@" + std::string(role), Diacritics::Ignore))
             return true;
     return false;

@@ -33,6 +33,8 @@ QPDFObjectHandle helveticaOf(PdfDocument::State& document) {
 
 void drawBox(ContentStream& content, const PdfAnnotation::State& state, const Size& size) {
     const double line = std::min({state.border.width, size.width, size.height});
+    const bool isFilled = state.fillColor.alpha > 0;
+    if (!isFilled && line <= 0) return;
     const Rect box{line / 2, line / 2, size.width - line, size.height - line};
     const double radiusX = std::min(state.border.horizontalCornerRadius, box.width / 2);
     const double radiusY = std::min(state.border.verticalCornerRadius, box.height / 2);
@@ -41,7 +43,7 @@ void drawBox(ContentStream& content, const PdfAnnotation::State& state, const Si
     content.strokeColor(state.lineColor);
     content.number(line).op("w");
     content.roundedRectangle(box, radiusX, radiusY);
-    content.op(line > 0 ? "B" : "f");
+    content.op(!isFilled ? "S" : line > 0 ? "B" : "f");
     content.restore();
 }
 
@@ -74,7 +76,7 @@ bool drawText(ContentStream& content, const PdfAnnotation::State& state, const S
 
 void writeEntries(PdfAnnotation::State& state) {
     const Color& fill = state.fillColor;
-    state.object.replaceKey("/C", numbers({fill.red, fill.green, fill.blue}));
+    state.object.replaceKey("/C", fill.alpha > 0 ? numbers({fill.red, fill.green, fill.blue}) : numbers({}));
     QPDFObjectHandle border = QPDFObjectHandle::parse("<< /Type /Border /S /S >>");
     border.replaceKey("/W", QPDFObjectHandle::newReal(state.border.width, 4, true));
     state.object.replaceKey("/BS", border);

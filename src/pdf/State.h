@@ -57,7 +57,7 @@ struct PdfAnnotation::State {
     PdfBorderStyle border;
     Color lineColor;
     Color textColor;
-    Color fillColor{1, 1, 1, 1};
+    Color fillColor{1, 1, 1, 0};
     QPDFObjectHandle appearance; ///< the normal appearance's stream, reused by each refresh
 
     /// Replaces what the annotation shows; the content is drawn in the coordinates of `box`, which covers the

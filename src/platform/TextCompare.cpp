@@ -52,9 +52,8 @@ bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics) 
     return a == b || folded(a, diacritics) == folded(b, diacritics);
 }
 
-bool foldedEqual(const std::optional<std::string>& a, const std::optional<std::string>& b,
-                 Diacritics diacritics) {
-    return a && b && foldedEqual(std::string_view(*a), std::string_view(*b), diacritics);
+bool foldedContains(std::string_view text, std::string_view part) {
+    return folded(text, Diacritics::Ignore).indexOf(folded(part, Diacritics::Ignore)) >= 0;
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -32,7 +32,7 @@ void passwordSignInAnswered(const std::shared_ptr<NVESLoginInformation>& answer,
     if (!completion) return;
     if (error) completion(std::nullopt, NVM_errorFromServiceResponseError(*error, "user.setup"));
     if (!answer) {
-        Platform::current().log->write(LogLevel::Warning, "response can't be nil");
+        Platform::current().log->write(LogLevel::Info, "response can't be nil");
         completion(std::nullopt, NVM_errorFetchAccountInformation());
     }
     NVMManager::completeLoginForAccount(NVMAccount::withAccountInfo(answer.get(), host, integratorKey),
@@ -132,15 +132,15 @@ Failure NVMManager::validateLoginToken(const Text& loginToken, const Text& accou
 
 void NVMManager::syncAdditionalDataForAccount(const std::shared_ptr<NVMAccount>& account,
                                               Completion completion) {
-    account->syncAdditionalDataWithCompletion([account, session = sessionNumber(),
-                                               completion = std::move(completion)](Failure error) {
-        if (!error) {
-            const auto hold = holdSession();
-            error = session == sessionNumber() ? NVMCredentials::persistCredentialsForAccount(*account)
-                                               : Failure(NVM_errorUserNotLoggedIn());
-        }
-        if (completion) completion(std::move(error));
-    });
+    account->syncAdditionalDataWithCompletion(
+        [account, session = sessionNumber(), completion = std::move(completion)](Failure error) {
+            if (!error) {
+                const auto hold = holdSession();
+                error = session == sessionNumber() ? NVMCredentials::persistCredentialsForAccount(*account)
+                                                   : Failure(NVM_errorUserNotLoggedIn());
+            }
+            if (completion) completion(std::move(error));
+        });
 }
 
 void NVMManager::persistCredentialsForAccount(const NVMAccount& account, const Completion& completion) {

@@ -36,8 +36,9 @@ NVMError damaged(std::string_view documentName, const std::string& reason, const
     return error;
 }
 
-/// Puts the name on record, lets the file be made, and strikes the name out again when that fails.
-Failure makeFile(const std::string& path, std::string_view folder, const std::function<Failure(const fs::path&)>& make) {
+/// Puts the name on record, lets the file be made, which gives its digest, and strikes the name out again when that
+/// fails.
+Failure makeFile(const std::string& path, std::string_view folder, const std::function<Result<std::string>(const fs::path&)>& make) {
     const auto target = NVM_documentsPathByAppendingPathComponent(path);
     if (!target) return storeError(StoreError::NotFound, "No place for documents: " + path);
     const auto store = ObjectStore::defaultStore();
@@ -45,9 +46,24 @@ Failure makeFile(const std::string& path, std::string_view folder, const std::fu
     if (auto error = NVM_setupUserDirectories(folder)) return error;
     const auto& session = StoreWork::session(*store);
     if (auto error = StoreWork::write(*store, [&](Connection& c) { FileJournal(c).add(path, session); })) return error;
-    const auto error = make(*target);
-    if (error) static_cast<void>(StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(path); }));
-    return error;
+    const auto digest = make(*target);
+    if (digest) return StoreWork::write(*store, [&](Connection& c) { FileJournal(c).setDigest(path, *digest); });
+    // What was refused left nothing behind; an entry that stays is cleared by the next set-up.
+    static_cast<void>(StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(path); }));
+    return digest.error();
+}
+
+/// The digest that is on record for a file of the store's own, else that of what came.
+Result<std::string> digestOfCopy(const fs::path& from, const fs::path& target) {
+    const std::string documents = documentsPath() + "/";
+    std::optional<std::string> known;
+    if (const auto store = ObjectStore::defaultStore(); store && from.string().starts_with(documents)) {
+        const std::string path = from.string().substr(documents.size());
+        if (auto error = StoreWork::read(*store, [&](Connection& c) { known = FileJournal(c).digest(path); }))
+            return *error;
+    }
+    if (known) return *known;
+    return files().sha256(target);
 }
 
 bool deleteFolder(std::string_view folder) {
@@ -118,7 +134,10 @@ Failure NVM_verifyDocumentWithPath(std::string_view path, const std::optional<st
 }
 
 Failure NVM_encryptedWriteToFile(const Data& bytes, const std::string& path, std::string_view folder) {
-    return makeFile(path, folder, [&](const fs::path& target) { return files().write(target, bytes); });
+    return makeFile(path, folder, [&](const fs::path& target) -> Result<std::string> {
+        if (auto error = files().write(target, bytes)) return *error;
+        return sha256Hex(bytes.view());
+    });
 }
 
 Failure NVM_encryptedWriteTemplateDocument(const Data& bytes, const std::string& path, std::string_view folder) {
@@ -126,11 +145,17 @@ Failure NVM_encryptedWriteTemplateDocument(const Data& bytes, const std::string&
 }
 
 Failure NVM_moveDocumentFile(const fs::path& from, const std::string& path, std::string_view folder) {
-    return makeFile(path, folder, [&](const fs::path& target) { return files().move(from, target); });
+    return makeFile(path, folder, [&](const fs::path& target) -> Result<std::string> {
+        if (auto error = files().move(from, target)) return *error;
+        return digestOfCopy(from, target);
+    });
 }
 
 Failure NVM_linkOrCopyDocumentFile(const fs::path& from, const std::string& path, std::string_view folder) {
-    return makeFile(path, folder, [&](const fs::path& target) { return files().linkOrCopy(from, target); });
+    return makeFile(path, folder, [&](const fs::path& target) -> Result<std::string> {
+        if (auto error = files().linkOrCopy(from, target)) return *error;
+        return digestOfCopy(from, target);
+    });
 }
 
 bool NVM_deleteDocumentWithPath(std::string_view path) {

@@ -2,8 +2,11 @@
 
 #include <norvane/platform/Platform.h>
 #include <norvane/store/DocumentFiles.h>
+#include <norvane/store/NVMCDDocuments.h>
 
 #include "src/store/StoreWork.h"
+
+#include <SQLiteCpp/Column.h>
 
 #include <algorithm>
 #include <system_error>
@@ -12,9 +15,15 @@ namespace norvane {
 
 namespace {
 
-const std::string kAdd = "INSERT OR REPLACE INTO nv_file (path, session) VALUES (?, ?)";
+const std::string kAdd = "INSERT INTO nv_file (path, session) VALUES (?, ?) ON CONFLICT DO UPDATE SET session = excluded.session";
 const std::string kRemove = "DELETE FROM nv_file WHERE path = ?";
 const std::string kEntries = "SELECT path, session FROM nv_file";
+const std::string kSetDigest = "UPDATE nv_file SET sha256 = ? WHERE path = ?";
+const std::string kDigest =
+    "SELECT _sha256 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) AND _sha256 IS NOT NULL "
+    "UNION ALL SELECT sha256 FROM nv_file WHERE path = ?1 AND sha256 IS NOT NULL LIMIT 1";
+const std::string kNamedOutside =
+    "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) AND envelopeDefinition IS NOT ?2 LIMIT 1";
 const std::string kNamed = 
     "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) OR filePath IN (?1, '/' || ?1) LIMIT 1";
 
@@ -44,6 +53,33 @@ void FileJournal::add(const std::string& path, const std::string& session) {
     statement->bind(1, canonical(path));
     statement->bind(2, session);
     statement->exec();
+}
+
+void FileJournal::setDigest(const std::string& path, const std::string& sha256) {
+    const auto statement = connection_.kept(kSetDigest);
+    statement->bind(1, sha256);
+    statement->bind(2, canonical(path));
+    statement->exec();
+}
+
+std::optional<std::string> FileJournal::digest(const std::string& path) {
+    const auto statement = connection_.kept(kDigest);
+    statement->bind(1, canonical(path));
+    if (!statement->executeStep()) return std::nullopt;
+    return statement->getColumn(0).getString();
+}
+
+bool FileJournal::isNamedOutside(const std::string& path, std::int64_t envelopeRow) {
+    const auto statement = connection_.kept(kNamedOutside);
+    statement->bind(1, canonical(path));
+    if (envelopeRow != 0) statement->bind(2, envelopeRow);
+    return statement->executeStep();
+}
+
+void FileJournal::adopt(NVMCDDocument& document) {
+    if (!document.sandboxFilePath || document.sandboxFilePath->empty()) return;
+    if (!document._sha256) document._sha256 = digest(*document.sandboxFilePath);
+    remove(*document.sandboxFilePath);
 }
 
 void FileJournal::remove(const std::string& path) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,6 +11,7 @@
 namespace norvane {
 
 class ObjectStore;
+struct NVMCDDocument;
 
 /// The files that may be on disk without a row that names them: about to get one, or having lost theirs. Paths are
 /// relative to the documents folder. To be called inside a transaction.
@@ -18,6 +21,9 @@ class FileJournal {
         : connection_(connection) {}
 
     void add(const std::string& path, const std::string& session);
+    void setDigest(const std::string& path, const std::string& sha256);
+    /// A row is about to name the document's file: takes over the file's digest and strikes its name out.
+    void adopt(NVMCDDocument& document);
     void remove(const std::string& path);
 
     struct Entry {
@@ -27,6 +33,10 @@ class FileJournal {
     std::vector<Entry> entries();
     /// Whether a document's row names the file.
     bool isNamed(const std::string& path);
+    /// The digest of the file as far as its row or the journal know it.
+    std::optional<std::string> digest(const std::string& path);
+    /// Whether a row of another owner than that envelope names the file.
+    bool isNamedOutside(const std::string& path, std::int64_t envelopeRow);
 
     /// Removes journalled files that have lost their last row, then their entries; outside a transaction. What
     /// it cannot do the next set-up does.

@@ -170,10 +170,6 @@ void ManagedObjectContext::removeMatching(const FetchRequest& request) {
         [query = Query(request)](TreeWriter&, Connection& connection) { query.remove(connection); });
 }
 
-void ManagedObjectContext::adoptFile(const std::string& path) {
-    StoreWork::join(*this, [path](Connection& connection) { FileJournal(connection).remove(path); });
-}
-
 void ManagedObjectContext::dropFile(const std::string& path) {
     const auto store = store_.lock();
     if (!store) return;

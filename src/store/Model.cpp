@@ -278,10 +278,12 @@ std::vector<std::string> Model::schema() const {
              "CREATE INDEX _envelopeIdIgnoringCase ON NVMCDEnvelopeDefinition (envelopeId COLLATE NOCASE)",
              "CREATE INDEX _transactionIdIgnoringCase ON NVMCDEnvelopeDefinition (transactionId COLLATE NOCASE)",
              "CREATE INDEX _pending ON NVMCDEnvelopeDefinition (syncPending) WHERE syncPending = 1",
+             "CREATE INDEX _sandboxFilePath ON NVMCDDocument (sandboxFilePath)",
+             "CREATE INDEX _filePath ON NVMCDDocument (filePath)",
              "CREATE INDEX _templateId ON NVMCDEnvelopeTemplateDefinition (templateId)",
              "CREATE INDEX _cachedRecord ON NVMCDCacheMetaData (uri, recordType)",
              "CREATE TABLE nv_metadata (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID",
-             "CREATE TABLE nv_file (path TEXT PRIMARY KEY, session TEXT NOT NULL) WITHOUT ROWID",
+             "CREATE TABLE nv_file (path TEXT PRIMARY KEY, session TEXT NOT NULL, sha256 TEXT) WITHOUT ROWID",
              "CREATE TABLE nv_uploadAttempt (transactionId TEXT PRIMARY KEY, startedAt INTEGER NOT NULL, "
              "outcome TEXT NOT NULL, envelopeId TEXT) WITHOUT ROWID",
          }) {

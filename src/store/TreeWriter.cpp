@@ -1,5 +1,6 @@
 #include <norvane/store/NVMCDEnvelopes.h>
 
+#include "src/store/FileJournal.h"
 #include "src/store/RowCodec.h"
 #include "src/store/Trees.h"
 
@@ -31,7 +32,12 @@ void TreeWriter::insert(const Entity& entity, void* record) {
     insertChildren(entity, record);
 }
 
+void TreeWriter::adoptFile(const Entity& entity, void* record) {
+    if (entity.type == &NVMCDDocument::type()) FileJournal(connection_).adopt(*static_cast<NVMCDDocument*>(record));
+}
+
 void TreeWriter::insertOwned(const Entity& entity, void* record, const Place& place) {
+    adoptFile(entity, record);
     {
         const auto statement = connection_.kept(place.inverse->insert);
         int parameter = bindAttributes(*statement, entity, record);
@@ -70,6 +76,7 @@ bool TreeWriter::update(const Entity& entity, void* record) {
 
 void TreeWriter::updateRow(const Entity& entity, void* record) {
     if (entity.update.empty()) return;
+    adoptFile(entity, record);
     const auto statement = connection_.kept(entity.update);
     const int parameter = bindAttributes(*statement, entity, record);
     statement->bind(parameter, entity.object(record).objectID.row);

@@ -36,6 +36,8 @@ class TreeWriter {
     void updateChild(const Entity::Child& child, void* record, std::int64_t owner);
     void setPosition(const Entity& entity, void* record, std::int64_t position);
     void updateRow(const Entity& entity, void* record);
+    /// A document's row comes to name a file.
+    void adoptFile(const Entity& entity, void* record);
     void take(const Entity& entity, void* record);
 
     Connection& connection_;

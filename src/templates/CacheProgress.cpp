@@ -1,9 +1,9 @@
-#include <map>
-#include <mutex>
+#include "src/templates/StoredTemplates.h"
 
 #include <norvane/templates/NVMTemplatesHandler.h>
 
-#include "src/templates/StoredTemplates.h"
+#include <map>
+#include <mutex>
 
 namespace norvane {
 namespace {
@@ -23,7 +23,8 @@ Progress& progress() {
 std::set<std::string> NVMTemplatesHandler::templateIdsCacheUnderProgress() {
     const std::lock_guard lock(progress().mutex);
     std::set<std::string> ids;
-    for (const auto& [id, runs] : progress().runs) ids.insert(id);
+    for (const auto& [id, runs] : progress().runs)
+        ids.insert(id);
     return ids;
 }
 

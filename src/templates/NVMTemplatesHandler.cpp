@@ -1,10 +1,10 @@
-#include <atomic>
-#include <limits>
-
 #include <norvane/sdk/Errors.h>
 #include <norvane/store/ObjectStore.h>
 #include <norvane/templates/NVMTemplatesHandler.h>
 #include <norvane/templates/TemplateRules.h>
+
+#include <atomic>
+#include <limits>
 
 namespace norvane {
 namespace {
@@ -36,7 +36,8 @@ void NVMTemplatesHandler::setLoggingLevel(std::uint64_t level) {
 
 std::uint64_t NVMTemplatesHandler::storeLoggingLevel() { return storeLevel; }
 
-bool NVMTemplatesHandler::canCacheEnvelopeTemplate(const NVESEnvelopeTemplate& envelopeTemplate, Failure* error) {
+bool NVMTemplatesHandler::canCacheEnvelopeTemplate(const NVESEnvelopeTemplate& envelopeTemplate,
+                                                   Failure* error) {
     return passes(envelopeTemplate, error, anyMissingRootAttributesInTemplate, anyFreeFormSigner,
                   anyInvalidDocumentInTemplate, anyInvalidOfflineRecipientInTemplate);
 }

@@ -26,7 +26,8 @@ std::vector<std::shared_ptr<NVMCDEnvelopeTemplate>> storedTemplates(const FetchR
 /// Puts the bytes of a stored document into its record, if they are what was stored.
 void readPdf(const std::shared_ptr<NVMCDDocument>& stored, const std::shared_ptr<NVMDocument>& document) {
     if (!stored || !document || !stored->sandboxFilePath) return;
-    auto bytes = NVM_verifiedDataWithPath(*stored->sandboxFilePath, stored->_sha256, stored->name.value_or(""));
+    auto bytes =
+        NVM_verifiedDataWithPath(*stored->sandboxFilePath, stored->_sha256, stored->name.value_or(""));
     if (bytes) document->pdf = *std::move(bytes);
 }
 
@@ -55,12 +56,14 @@ void removeTemplates(const std::vector<std::shared_ptr<NVMCDEnvelopeTemplate>>& 
                      ManagedObjectContext& context) {
     for (const auto& stored : templates) {
         context.remove(stored->objectID);
-        for (const std::string& path : allPdfPathsOf(*stored)) context.dropFile(path);
+        for (const std::string& path : allPdfPathsOf(*stored))
+            context.dropFile(path);
     }
 }
 
 std::shared_ptr<NVMCDEnvelopeTemplate>
-NVMTemplatesHandler::findTemplateWithId(const std::string& templateId, const ManagedObjectContext& inContext) {
+NVMTemplatesHandler::findTemplateWithId(const std::string& templateId,
+                                        const ManagedObjectContext& inContext) {
     auto found = inContext.fetchFirst<NVMCDEnvelopeTemplate>(requestForTemplateId(templateId));
     return found ? *std::move(found) : nullptr;
 }
@@ -131,7 +134,8 @@ Failure NVMTemplatesHandler::removeCachedTemplates() {
 
 std::optional<std::string>
 NVMTemplatesHandler::getCombinedPdfPathForTemplate(const NVMCDEnvelopeTemplate& envelopeTemplate) {
-    return envelopeTemplate.combinedDocument ? envelopeTemplate.combinedDocument->sandboxFilePath : std::nullopt;
+    return envelopeTemplate.combinedDocument ? envelopeTemplate.combinedDocument->sandboxFilePath
+                                             : std::nullopt;
 }
 
 std::vector<std::string>
@@ -152,7 +156,8 @@ NVMTemplatesHandler::pdfPathsWithPathsArray(std::vector<std::string> paths,
 }
 
 void NVMTemplatesHandler::deleteCachedPdfs(const std::vector<std::string>& paths) {
-    for (const std::string& path : paths) NVM_deleteDocumentWithPath(path);
+    for (const std::string& path : paths)
+        NVM_deleteDocumentWithPath(path);
 }
 
 } // namespace norvane

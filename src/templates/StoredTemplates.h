@@ -1,9 +1,9 @@
 #pragma once
 
+#include <norvane/store/FetchRequest.h>
+
 #include <string>
 #include <vector>
-
-#include <norvane/store/FetchRequest.h>
 
 namespace norvane {
 

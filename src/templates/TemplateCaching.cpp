@@ -1,5 +1,5 @@
-#include <filesystem>
-#include <map>
+#include "src/templates/StoredTemplates.h"
+#include "src/templates/TemplateImport.h"
 
 #include <norvane/api/NVESEnvelopes.h>
 #include <norvane/api/NVESTemplates.h>
@@ -15,20 +15,18 @@
 #include <norvane/templates/NVMTemplatesHandler.h>
 #include <norvane/templates/TabConversion.h>
 
-#include "src/templates/StoredTemplates.h"
-#include "src/templates/TemplateImport.h"
+#include <filesystem>
+#include <map>
+#include <set>
 
 namespace norvane {
 namespace {
 
 /// Where PDFs are checked and kept and records are stored, one after another.
-TaskQueue& pdfQueue() {
-    static const std::shared_ptr<TaskQueue> queue = Platform::current().executors->makeSerialQueue(
-        "com.norvane.mobile.sdk.cache.template.pdfs.queue");
-    return *queue;
-}
-std::shared_ptr<TaskQueue> sharedPdfQueue() {
-    return {std::shared_ptr<void>(), &pdfQueue()};
+const std::shared_ptr<TaskQueue>& pdfQueue() {
+    static const std::shared_ptr<TaskQueue> queue =
+        Platform::current().executors->makeSerialQueue("com.norvane.mobile.sdk.cache.template.pdfs.queue");
+    return queue;
 }
 
 struct KeptPdf {
@@ -37,13 +35,13 @@ struct KeptPdf {
 };
 
 /// Checks a downloaded PDF and gives it a name of its own. The download is gone afterwards.
-Result<KeptPdf> keepPdf(const std::filesystem::path& download, const std::string& password) {
+Result<KeptPdf> keepPdf(const std::filesystem::path& download) {
     Files& files = *Platform::current().files;
     Failure error;
     KeptPdf kept{NVM_templateDocumentSubPath(), {}};
     if (const auto bytes = files.read(download)) {
         kept.sha256 = sha256Hex(bytes->view());
-        const auto document = PdfDocument::open(*bytes, password);
+        const auto document = PdfDocument::open(*bytes);
         if (!document) error = document.error();
     } else {
         error = bytes.error();
@@ -64,11 +62,12 @@ std::string combinedName(const std::vector<std::shared_ptr<NVMCDDocument>>& docu
     return joined.empty() ? "combined_document" : joined;
 }
 
-/// Downloads the PDFs of one template and stores it with them. After the downloads everything happens on the PDF
-/// queue.
+/// Downloads the PDFs of one template and stores it with them. After the downloads everything happens on the
+/// PDF queue.
 class TemplateCaching : public std::enable_shared_from_this<TemplateCaching> {
   public:
-    TemplateCaching(std::shared_ptr<const NVESEnvelopeTemplate> wire, NVMTemplatesHandler::Completion completion)
+    TemplateCaching(std::shared_ptr<const NVESEnvelopeTemplate> wire,
+                    NVMTemplatesHandler::Completion completion)
         : wire_(std::move(wire))
         , completion_(std::move(completion))
         , session_(sessionNumber())
@@ -77,51 +76,55 @@ class TemplateCaching : public std::enable_shared_from_this<TemplateCaching> {
     void start() {
         if (const auto& definition = wire_->envelopeTemplateDefinition) templateId_ = definition->templateId;
         downloads_->enter();
-        if (!templateId_) {
-            error_ = NVM_errorTemplateImportFailed();
-        } else {
+        if (templateId_ && hasUsableDocumentIds()) {
             cacheIndividualPdfs();
             cacheCombinedPdf();
+        } else {
+            error_ = NVM_errorTemplateImportFailed();
         }
-        downloads_->notify(sharedPdfQueue(), [self = shared_from_this()] { self->finish(); });
+        downloads_->notify(pdfQueue(), [self = shared_from_this()] { self->finish(); });
         downloads_->leave();
     }
 
   private:
+    /// Each document has an id, and no two the same: files are matched to documents by it.
+    bool hasUsableDocumentIds() const {
+        std::set<std::string> ids;
+        if (!wire_->documents) return true;
+        for (const auto& document : *wire_->documents) {
+            if (!document->documentId || !ids.insert(*document->documentId).second) return false;
+        }
+        return true;
+    }
+
     void cacheIndividualPdfs() {
         if (!wire_->documents) return;
         for (const auto& document : *wire_->documents) {
-            if (!document->documentId) {
-                error_ = NVM_errorTemplateImportFailed();
-                return;
-            }
             downloads_->enter();
             const std::string id = *document->documentId;
-            NVMApi::getDocumentForTemplateId(
-                templateId_, id,
-                keeping(document->password.value_or(""), [id](TemplateCaching& self, KeptPdf pdf) {
-                    self.pdfs_.insert_or_assign(id, std::move(pdf));
-                }));
+            NVMApi::getDocumentForTemplateId(templateId_, id,
+                                             keeping([id](TemplateCaching& self, KeptPdf pdf) {
+                                                 self.pdfs_.insert_or_assign(id, std::move(pdf));
+                                             }));
         }
     }
 
     void cacheCombinedPdf() {
         downloads_->enter();
-        NVMApi::getCombinedDocumentForTemplateId(templateId_,
-                                                 keeping({}, [](TemplateCaching& self, KeptPdf pdf) {
+        NVMApi::getCombinedDocumentForTemplateId(templateId_, keeping([](TemplateCaching& self, KeptPdf pdf) {
                                                      self.combinedPdf_ = std::move(pdf);
                                                  }));
     }
 
     /// What to do when a download ended: keep the PDF, note it or the error, and leave the group.
     template <class Note>
-    NVESFileCompletion keeping(std::string password, Note note) {
-        return [self = shared_from_this(), password = std::move(password),
-                note](const std::optional<Url>& file, const std::optional<NVMError>& error) {
-            pdfQueue().async([self, password, note, file, error] {
+    NVESFileCompletion keeping(Note note) {
+        return [self = shared_from_this(), note](const std::optional<Url>& file,
+                                                 const std::optional<NVMError>& error) {
+            pdfQueue()->async([self, note, file, error] {
                 if (error || !file) {
                     self->error_ = error.value_or(NVM_errorTemplateImportFailed());
-                } else if (auto kept = keepPdf(file->filePath(), password)) {
+                } else if (auto kept = keepPdf(file->filePath())) {
                     self->paths_.push_back(kept->path);
                     note(*self, *std::move(kept));
                 } else {
@@ -168,7 +171,8 @@ class TemplateCaching : public std::enable_shared_from_this<TemplateCaching> {
             if (!earlier) return earlier.error();
             removeTemplates(*earlier, context);
             context.insert(record);
-            for (const std::string& path : paths_) context.adoptFile(path);
+            for (const std::string& path : paths_)
+                context.adoptFile(path);
             return std::nullopt;
         });
         if (error) return error;
@@ -203,24 +207,24 @@ void NVMTemplatesHandler::cacheTemplateWithPdfsInBackground(
     std::make_shared<TemplateCaching>(std::move(envelopeTemplate), std::move(completion))->start();
 }
 
-void NVMTemplatesHandler::cacheTemplateWithId(const std::string& templateId, const std::function<void()>& started,
-                                              Completion completion) {
+void NVMTemplatesHandler::cacheTemplateWithId(const std::string& templateId,
+                                              const std::function<void()>& started, Completion completion) {
     setCacheStateInProgressForTemplateId(templateId);
     if (started) started();
     auto ended = [templateId, completion = std::move(completion)](Failure error) {
         removeCacheStateInProgressForTemplateId(templateId);
         if (completion) completion(std::move(error));
     };
-    NVMApi::getTemplateWithId(templateId, [templateId, ended](const std::shared_ptr<NVESEnvelopeTemplate>& wire,
-                                                              Failure error) {
-        if (!error && !wire) error = NVM_errorTemplateImportFailed();
-        if (!error) error = prepare(*wire, templateId);
-        if (error) {
-            ended(std::move(error));
-        } else {
-            cacheTemplateWithPdfsInBackground(wire, ended);
-        }
-    });
+    NVMApi::getTemplateWithId(
+        templateId, [templateId, ended](const std::shared_ptr<NVESEnvelopeTemplate>& wire, Failure error) {
+            if (!error && !wire) error = NVM_errorTemplateImportFailed();
+            if (!error) error = prepare(*wire, templateId);
+            if (error) {
+                ended(std::move(error));
+            } else {
+                cacheTemplateWithPdfsInBackground(wire, ended);
+            }
+        });
 }
 
 } // namespace norvane

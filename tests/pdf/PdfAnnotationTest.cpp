@@ -69,7 +69,7 @@ TEST(PdfAnnotation, ShowsStampsAtTheSamePlaceInEveryViewer) {
     EXPECT_EQ(problemsOf(*saved), "");
     const auto poppler = renderWithPoppler(*saved, 1);
     const auto mupdf = renderWithMupdf(*saved, 1);
-    EXPECT_LT(difference(poppler, mupdf), 1.0);
+    EXPECT_LT(difference(poppler, mupdf), 2.0);
     for (const auto& shown : {poppler, mupdf}) {
         const int all = shown.inkCount(0, 0, shown.width, shown.height);
         const int stamped = shown.inkCount(24, 39, 52, 52); // 60 points are 50 pixels

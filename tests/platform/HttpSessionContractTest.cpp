@@ -1,11 +1,11 @@
-#include <latch>
-#include <map>
-#include <set>
+#include "tests/support/FakeHttpSession.h"
+#include "tests/support/HttpFixture.h"
 
 #include <sys/stat.h>
 
-#include "tests/support/FakeHttpSession.h"
-#include "tests/support/HttpFixture.h"
+#include <latch>
+#include <map>
+#include <set>
 
 namespace norvane {
 namespace {
@@ -26,12 +26,14 @@ struct RealSession : HttpFixture {
 
 struct ScriptedSession : HttpFixture {
     void begin() {
-        serve([](const ReceivedRequest&) { return ServerReply::closing(); }); // gives addresses, is never asked
+        serve(
+            [](const ReceivedRequest&) { return ServerReply::closing(); }); // gives addresses, is never asked
         fake = std::make_shared<FakeHttpSession>(files->temporaryFolder());
         session = fake;
         fake->answerWith([](const FakeHttpSession::Sent& sent) -> Result<HttpResponse> {
             const std::string target = sent.request.url.path();
-            return HttpResponse{target == "/missing" ? 404 : 200, {{"X-Kind", "answer"}}, Data(target + sent.body), {}};
+            return HttpResponse{
+                target == "/missing" ? 404 : 200, {{"X-Kind", "answer"}}, Data(target + sent.body), {}};
         });
     }
     bool waitForRequests(std::size_t count) {
@@ -95,9 +97,15 @@ TYPED_TEST(HttpSessionContract, RefusesWhatBreaksItsRulesWithoutSendingIt) {
     const auto refuses = [this](const HttpRequest& bad) {
         return failedWith(this->send(bad), TransportError::Refused);
     };
-    for (const auto& header : HttpHeaders{{"X-A", "b\r\nX-C: d"}, {"X-A", "b\n"}, {"X-A", std::string("\0", 1)},
-                                          {"X A", "b"}, {"X-A\r\nX-B", "c"}, {"", "b"}, {"X:A", "b"},
-                                          {"content-length", "5"}, {"Expect", "100-continue"}}) {
+    for (const auto& header : HttpHeaders{{"X-A", "b\r\nX-C: d"},
+                                          {"X-A", "b\n"},
+                                          {"X-A", std::string("\0", 1)},
+                                          {"X A", "b"},
+                                          {"X-A\r\nX-B", "c"},
+                                          {"", "b"},
+                                          {"X:A", "b"},
+                                          {"content-length", "5"},
+                                          {"Expect", "100-continue"}}) {
         request.headers = {header};
         EXPECT_TRUE(refuses(request)) << header.first << ": " << header.second;
     }
@@ -105,7 +113,8 @@ TYPED_TEST(HttpSessionContract, RefusesWhatBreaksItsRulesWithoutSendingIt) {
     request.method = "GET / HTTP/1.1\r\nX:";
     EXPECT_TRUE(refuses(request));
     request.method = "GET";
-    for (const char* address : {"http://example.com/", "http://192.0.2.1/", "ftp://localhost/", "file:///etc/passwd"}) {
+    for (const char* address :
+         {"http://example.com/", "http://192.0.2.1/", "ftp://localhost/", "file:///etc/passwd"}) {
         request.url = *Url::parse(address);
         EXPECT_TRUE(refuses(request)) << address;
     }
@@ -133,7 +142,8 @@ TYPED_TEST(HttpSessionContract, DownloadsIntoAPrivateFileThatTheReceiverOwns) {
 TYPED_TEST(HttpSessionContract, EndsWhatIsInFlightOnceWhenItGoes) {
     std::vector<PendingResponse> pending(20); // more than are sent at a time
     if constexpr (std::is_same_v<TypeParam, ScriptedSession>) this->fake->hold();
-    for (auto& response : pending) this->session->send(this->get("/hang"), response.completion());
+    for (auto& response : pending)
+        this->session->send(this->get("/hang"), response.completion());
     EXPECT_TRUE(this->waitForRequests(1));
     if constexpr (std::is_same_v<TypeParam, ScriptedSession>) this->fake.reset();
     this->session.reset();
@@ -147,11 +157,12 @@ TYPED_TEST(HttpSessionContract, MayGoInsideACompletion) {
     if constexpr (std::is_same_v<TypeParam, ScriptedSession>) this->fake.reset();
     PendingResponse left;
     PendingResponse gone;
-    this->session->send(this->get("/last"), [this, &left, done = gone.completion()](Result<HttpResponse> result) {
-        this->session->send(this->get("/hang"), left.completion());
-        this->session.reset();
-        done(std::move(result));
-    });
+    this->session->send(this->get("/last"),
+                        [this, &left, done = gone.completion()](Result<HttpResponse> result) {
+                            this->session->send(this->get("/hang"), left.completion());
+                            this->session.reset();
+                            done(std::move(result));
+                        });
     EXPECT_TRUE(gone.wait());
     EXPECT_TRUE(failedWith(left.wait(), TransportError::Shutdown));
     EXPECT_EQ(left.calls(), 1);

@@ -1,6 +1,6 @@
-#include <cstdlib>
-
 #include "tests/support/HttpFixture.h"
+
+#include <cstdlib>
 
 namespace norvane {
 namespace {
@@ -92,7 +92,8 @@ TEST_F(HttpTls, NeverUsesAConnectionOfAnotherPolicy) {
     EXPECT_TRUE(ask(anything));
     EXPECT_TRUE(ask(pinned(stranger.certificateChain, true)));
     EXPECT_EQ(server->connectionCount(), connections) << "each policy keeps its own connection";
-    for (int i = 0; i < 10; ++i) refusal(pinned(authority.issue().certificateChain, true)); // lanes are dropped
+    for (int i = 0; i < 10; ++i)
+        refusal(pinned(authority.issue().certificateChain, true)); // lanes are dropped
     EXPECT_TRUE(ask(anything));
     refusal();
 }

@@ -1,9 +1,9 @@
-#include <future>
+#include "src/platform/NetlinkReachability.h"
+#include "tests/support/FakeReachability.h"
 
 #include <gtest/gtest.h>
 
-#include "src/platform/NetlinkReachability.h"
-#include "tests/support/FakeReachability.h"
+#include <future>
 
 namespace norvane {
 namespace {
@@ -67,7 +67,8 @@ TEST(FakeReachability, TellsChangesUntilTheTokenGoes) {
     FakeReachability reachability(1);
     std::vector<int> told;
     auto token = reachability.observe([&](int status) { told.push_back(status); });
-    for (const int status : {1, 0, 0, -1, 2}) reachability.setStatus(status);
+    for (const int status : {1, 0, 0, -1, 2})
+        reachability.setStatus(status);
     reachability.settle();
     token.reset();
     reachability.setStatus(0);

@@ -1,7 +1,8 @@
-#include <fstream>
-
 #include "src/platform/http/ResponseCache.h"
+
 #include "tests/support/HttpFixture.h"
+
+#include <fstream>
 
 namespace norvane {
 namespace {
@@ -118,12 +119,14 @@ TEST_F(HttpCache, StaysWithinItsBoundsAndDropsTheLeastUsed) {
     const auto folder = files->cachesFolder() / "swagger_url_cache";
     session->setCacheCapacity(0, 4000);
     std::string answers;
-    for (const char* target : {"/a", "/b", "/c", "/a", "/d", "/a"}) answers += ask(target);
+    for (const char* target : {"/a", "/b", "/c", "/a", "/d", "/a"})
+        answers += ask(target);
     EXPECT_EQ(answers, "123141");
     EXPECT_EQ(ask("/b"), "5") << "used longest ago, so it made room";
     const auto bytes = [&] {
         std::uintmax_t sum = 0;
-        for (const auto& entry : std::filesystem::directory_iterator(folder)) sum += entry.file_size();
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            sum += entry.file_size();
         return sum;
     };
     EXPECT_LE(bytes(), 4000u);
@@ -140,7 +143,8 @@ TEST_F(HttpCache, StaysWithinItsBoundsAndDropsTheLeastUsed) {
 TEST_F(HttpCache, TakesADamagedFileForNone) {
     answerWith({{"Cache-Control", "max-age=60"}});
     EXPECT_EQ(ask(), "1");
-    for (const auto& entry : std::filesystem::directory_iterator(files->cachesFolder() / "swagger_url_cache")) {
+    for (const auto& entry :
+         std::filesystem::directory_iterator(files->cachesFolder() / "swagger_url_cache")) {
         std::fstream file(entry.path(), std::ios::in | std::ios::out | std::ios::binary);
         file.seekp(-1, std::ios::end).put('X');
     }

@@ -25,7 +25,8 @@ TEST(Url, SaysItsParts) {
 }
 
 TEST(Url, CountsOnlyLiteralLoopbackNamesAsLoopback) {
-    for (const char* text : {"http://localhost:80/", "http://LOCALHOST", "http://127.1.2.3", "http://[::1]:8080/x"})
+    for (const char* text :
+         {"http://localhost:80/", "http://LOCALHOST", "http://127.1.2.3", "http://[::1]:8080/x"})
         EXPECT_TRUE(Url::parse(text)->isLoopback()) << text;
     for (const char* text : {"http://localhost.example/", "http://127.0.0.1.example", "http://128.0.0.1",
                              "http://[::2]/", "http://user@example/127.0.0.1", "http://localhost@example/"})
@@ -34,7 +35,8 @@ TEST(Url, CountsOnlyLiteralLoopbackNamesAsLoopback) {
 
 TEST(Url, AppendsBelowItsPathWithoutFoldingOrBreakingOut) {
     const auto base = *Url::parse("https://host/restapi/v2?old#old");
-    EXPECT_EQ(base.appending("accounts/a%20b?c=d").absoluteString(), "https://host/restapi/v2/accounts/a%20b?c=d");
+    EXPECT_EQ(base.appending("accounts/a%20b?c=d").absoluteString(),
+              "https://host/restapi/v2/accounts/a%20b?c=d");
     EXPECT_EQ(Url::parse("https://host")->appending("a").absoluteString(), "https://host/a");
     EXPECT_EQ(base.appending("../x").path(), "/restapi/v2/../x");
     EXPECT_EQ(base.appending("a b\r\n#c").path(), "/restapi/v2/a%20b%0D%0A%23c");

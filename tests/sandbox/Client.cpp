@@ -19,18 +19,23 @@ std::size_t append(char* bytes, std::size_t size, std::size_t count, void* text)
 } // namespace
 
 Client::Client(const SandboxService& service)
-    : service_(service), authority_(service.caFile().string()), handle_(std::make_unique<Handle>()) {}
+    : service_(service)
+    , authority_(service.caFile().string())
+    , handle_(std::make_unique<Handle>()) {}
 
 Client::~Client() = default;
 
-std::string Client::authentication(const std::string& user, const std::string& password, const std::string& key) {
-    return R"({"Username":")" + user + R"(","Password":")" + password + R"(","IntegratorKey":")" + key + "\"}";
+std::string Client::authentication(const std::string& user, const std::string& password,
+                                   const std::string& key) {
+    return R"({"Username":")" + user + R"(","Password":")" + password + R"(","IntegratorKey":")" + key +
+           "\"}";
 }
 
 Reply Client::send(const std::string& method, const std::string& path, const std::string& body,
                    const std::string& contentType) {
     const Credentials& user = service_.credentials();
-    Headers headers{{"X-Norvane-Authentication", authentication(user.userId, user.apiPassword, user.integratorKey)}};
+    Headers headers{
+        {"X-Norvane-Authentication", authentication(user.userId, user.apiPassword, user.integratorKey)}};
     if (!body.empty()) headers.emplace_back("Content-Type", contentType);
     return sendWith(headers, method, path, body);
 }
@@ -41,7 +46,8 @@ Reply Client::sendWith(const Headers& headers, const std::string& method, const 
     curl_easy_reset(curl);
     Reply reply;
     curl_slist* lines = curl_slist_append(nullptr, "Expect:");
-    for (const auto& [name, value] : headers) lines = curl_slist_append(lines, (name + ": " + value).c_str());
+    for (const auto& [name, value] : headers)
+        lines = curl_slist_append(lines, (name + ": " + value).c_str());
     const std::string account = "/v2/accounts/" + service_.credentials().accountId + "/";
     const std::string url = service_.url() + (path.starts_with('/') ? path : account + path);
     curl_easy_setopt(curl, CURLOPT_URL, url.c_str());

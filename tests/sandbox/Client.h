@@ -1,12 +1,12 @@
 #pragma once
 
+#include "sandbox/Json.h"
+#include "sandbox/SandboxService.h"
+
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "sandbox/Json.h"
-#include "sandbox/SandboxService.h"
 
 namespace norvane::sandbox {
 
@@ -40,7 +40,8 @@ class Client {
     void trust(const std::string& certificateFile) { authority_ = certificateFile; }
     void timeOutAfter(long milliseconds) { timeOut_ = milliseconds; }
 
-    static std::string authentication(const std::string& user, const std::string& password, const std::string& key);
+    static std::string authentication(const std::string& user, const std::string& password,
+                                      const std::string& key);
 
   private:
     const SandboxService& service_;

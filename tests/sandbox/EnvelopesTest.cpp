@@ -11,7 +11,8 @@ class Envelopes : public SandboxFixture {
     Reply create(const Json& definition) { return client.send("POST", "envelopes", definition.write()); }
     /// Path of an envelope made from the consent, with its participant named.
     std::string consentEnvelope() {
-        const Json role = Json::object({{"roleName", "Participant"}, {"name", "Ada Finch"}, {"email", "ada@x.example"}});
+        const Json role =
+            Json::object({{"roleName", "Participant"}, {"name", "Ada Finch"}, {"email", "ada@x.example"}});
         Json definition = Json::object({{"status", "sent"}, {"templateId", kConsentTemplateId}});
         definition.set("templateRoles", Json::Array{role});
         return "envelopes/" + create(definition).json().text("envelopeId");
@@ -38,7 +39,8 @@ TEST_F(Envelopes, PlainOnesCarryTheirDocuments) {
     EXPECT_EQ(create(definition).status, 400) << "no bytes";
     definition.find("documents")->mutableItems()->front().set("documentBase64", "AAAA");
     EXPECT_EQ(create(definition).status, 400) << "no PDF";
-    EXPECT_EQ(create(Json::object({{"status", "sent"}, {"templateId", newUuid()}})).errorCode(), "TEMPLATE_ID_INVALID");
+    EXPECT_EQ(create(Json::object({{"status", "sent"}, {"templateId", newUuid()}})).errorCode(),
+              "TEMPLATE_ID_INVALID");
     EXPECT_EQ(create(Json::object({{"status", "sent"}})).status, 400);
     EXPECT_EQ(client.send("POST", "envelopes", "{").status, 400);
     EXPECT_TRUE(service.receivedEnvelopes().empty());
@@ -51,8 +53,11 @@ TEST_F(Envelopes, RecipientsComeAndGo) {
     EXPECT_EQ(client.send("POST", recipients, added).errorCode(), "INVALID_RECIPIENT_ID");
     EXPECT_EQ(client.get(recipients).json().text("recipientCount"), "2");
     EXPECT_EQ(client.send("DELETE", recipients, R"({"carbonCopies":[{"recipientId":"7"}]})").status, 200);
-    EXPECT_EQ(client.send("DELETE", recipients, R"({"signers":[{"recipientId":"1"},{"recipientId":"8"}]})").status, 404);
-    EXPECT_EQ(client.get(recipients).json().array("signers").size(), 1U) << "a refused change changes nothing";
+    EXPECT_EQ(
+        client.send("DELETE", recipients, R"({"signers":[{"recipientId":"1"},{"recipientId":"8"}]})").status,
+        404);
+    EXPECT_EQ(client.get(recipients).json().array("signers").size(), 1U)
+        << "a refused change changes nothing";
     EXPECT_EQ(client.get("envelopes/" + newUuid() + "/recipients").errorCode(), "ENVELOPE_DOES_NOT_EXIST");
 }
 
@@ -68,13 +73,16 @@ TEST_F(Envelopes, TabsImagesAndViewsBelongToARecipient) {
     EXPECT_EQ(client.send("PUT", recipient + "/signature", samplePng(), "image/png").status, 200);
     EXPECT_EQ(client.get(recipient + "/signature").body, samplePng());
     EXPECT_EQ(client.get(path + "/recipients/9/signature").errorCode(), "RECIPIENT_NOT_IN_ENVELOPE");
-    Json view = Json::object({{"userName", "ada finch"}, {"email", "ada@x.example"}, {"authenticationMethod", "Password"}});
-    EXPECT_EQ(client.send("POST", path + "/views/recipient", view.write()).status, 400) << "no return address";
+    Json view = Json::object(
+        {{"userName", "ada finch"}, {"email", "ada@x.example"}, {"authenticationMethod", "Password"}});
+    EXPECT_EQ(client.send("POST", path + "/views/recipient", view.write()).status, 400)
+        << "no return address";
     view.set("returnUrl", "https://bridge.invalid/");
     const Reply url = client.send("POST", path + "/views/recipient", view.write());
     EXPECT_TRUE(url.json().text("url").starts_with(service.url() + "/Member/Norvane.aspx?")) << url.body;
     view.set("email", "other@x.example");
-    EXPECT_EQ(client.send("POST", path + "/views/recipient", view.write()).errorCode(), "UNKNOWN_ENVELOPE_RECIPIENT");
+    EXPECT_EQ(client.send("POST", path + "/views/recipient", view.write()).errorCode(),
+              "UNKNOWN_ENVELOPE_RECIPIENT");
 }
 
 } // namespace norvane::sandbox

@@ -1,9 +1,9 @@
 #include "sandbox/Fault.h"
 
-#include <gtest/gtest.h>
-
 #include "sandbox/FaultPlan.h"
 #include "sandbox/Json.h"
+
+#include <gtest/gtest.h>
 
 namespace norvane::sandbox {
 
@@ -23,12 +23,13 @@ TEST(Fault, IsReadFromTextAndFromJsonAlike) {
 }
 
 TEST(Fault, RefusesWhatItDoesNotUnderstand) {
-    for (const char* text : {"", "GET", "GET /a", "GET a hang", "GET /a explode", "GET /a status", "GET /a status=99",
-                             "GET /a hang portal", "GET /a cut-request", "GET /a hang times=x", "GET /a hang nth=0",
-                             "GET /a hang times=99999999999", "GET /a portal=1"})
+    for (const char* text :
+         {"", "GET", "GET /a", "GET a hang", "GET /a explode", "GET /a status", "GET /a status=99",
+          "GET /a hang portal", "GET /a cut-request", "GET /a hang times=x", "GET /a hang nth=0",
+          "GET /a hang times=99999999999", "GET /a portal=1"})
         EXPECT_FALSE(parseFault(text).ok()) << text;
-    for (const char* json : {"[]", R"({"kind":"explode"})", R"({"status":"503"})", R"({"path":"a"})", R"({"oops":1})",
-                             R"({"times":-1})"})
+    for (const char* json : {"[]", R"({"kind":"explode"})", R"({"status":"503"})", R"({"path":"a"})",
+                             R"({"oops":1})", R"({"times":-1})"})
         EXPECT_FALSE(faultFromJson(parseJson(json).value).ok()) << json;
 }
 

@@ -1,14 +1,16 @@
-#include <future>
-
 #include "tests/sandbox/SampleEnvelope.h"
 #include "tests/sandbox/SandboxFixture.h"
+
+#include <future>
 
 namespace norvane::sandbox {
 
 namespace {
 
+constexpr int kPartialFile = 18;
 constexpr int kTimedOut = 28;
-constexpr int kPartial = 18;
+constexpr int kGotNothing = 52;
+constexpr int kSendFailed = 55;
 constexpr int kReceiveFailed = 56;
 
 class FaultsOnTheWire : public SandboxFixture {
@@ -16,16 +18,18 @@ class FaultsOnTheWire : public SandboxFixture {
     Reply upload() {
         return client.send("POST", "envelopes", SampleEnvelope().body(), SampleEnvelope::contentType());
     }
+    /// The connection ended before the answer did; how libcurl says so depends on how far it came.
     static bool isCut(const Reply& reply) {
-        return reply.failure == kPartial || reply.failure == kReceiveFailed || reply.failure == 52 ||
-               reply.failure == 55;
+        return reply.failure == kPartialFile || reply.failure == kGotNothing ||
+               reply.failure == kSendFailed || reply.failure == kReceiveFailed;
     }
 };
 
 } // namespace
 
 TEST_F(FaultsOnTheWire, StatusAndPortalAnswerWithoutEffect) {
-    service.addFault("POST /v2/accounts/*/envelopes status=503 body={\"errorCode\":\"BUSY\",\"message\":\"later\"}");
+    service.addFault(
+        "POST /v2/accounts/*/envelopes status=503 body={\"errorCode\":\"BUSY\",\"message\":\"later\"}");
     service.addFault("POST /v2/accounts/*/envelopes portal");
     EXPECT_EQ(upload().errorCode(), "BUSY");
     const Reply portal = upload();
@@ -51,7 +55,7 @@ TEST_F(FaultsOnTheWire, CutRequestIsResetAndHasNoEffect) {
 TEST_F(FaultsOnTheWire, CutAnswerAndNoAnswerHaveTheirEffect) {
     service.addFault("POST /v2/accounts/*/envelopes cut-answer=150");
     const Reply half = upload();
-    EXPECT_EQ(half.failure, kReceiveFailed) << half.body;
+    EXPECT_TRUE(isCut(half)) << half.failure;
     EXPECT_EQ(half.status, 201);
     service.addFault("POST /v2/accounts/*/envelopes cut-answer=0");
     EXPECT_TRUE(isCut(upload()));
@@ -86,7 +90,8 @@ TEST_F(FaultsOnTheWire, DelayHoldsBackOneAnswerOnly) {
 TEST_F(FaultsOnTheWire, AreSetAndRequestsReadOverTheService) {
     const std::string fault = R"([{"method":"GET","path":"/v2/**","kind":"status","status":500,"nth":2}])";
     EXPECT_EQ(client.sendWith({}, "POST", "/sandbox/faults", fault).status, 201);
-    EXPECT_EQ(client.sendWith({}, "POST", "/sandbox/faults", R"([{"kind":"hang"},{"kind":"?"}])").status, 400);
+    EXPECT_EQ(client.sendWith({}, "POST", "/sandbox/faults", R"([{"kind":"hang"},{"kind":"?"}])").status,
+              400);
     EXPECT_EQ(client.get("/sandbox/faults").json().array("faults").size(), 1U) << "all of a list or none";
     EXPECT_EQ(client.get("folders").status, 200);
     EXPECT_EQ(client.get("settings").status, 500);
@@ -105,7 +110,7 @@ TEST_F(FaultsOnTheWire, AreSetAndRequestsReadOverTheService) {
 
 TEST_F(FaultsOnTheWire, ManyClientsAndServicesAtOnce) {
     const TemporaryFolder otherFolder;
-    SandboxService other(optionsFor(otherFolder.path));
+    SandboxService other(optionsFor(otherFolder.path()));
     other.start();
     std::vector<std::future<int>> clients;
     for (int index = 0; index < 12; ++index)
@@ -113,20 +118,23 @@ TEST_F(FaultsOnTheWire, ManyClientsAndServicesAtOnce) {
             Client mine(index % 2 == 0 ? service : other);
             int answered = 0;
             for (int turn = 0; turn < 5; ++turn)
-                answered += mine.send("POST", "envelopes", SampleEnvelope().body(), SampleEnvelope::contentType()).status == 201;
+                answered +=
+                    mine.send("POST", "envelopes", SampleEnvelope().body(), SampleEnvelope::contentType())
+                        .status == 201;
             return answered;
         }));
-    for (auto& each : clients) EXPECT_EQ(each.get(), 5);
+    for (auto& each : clients)
+        EXPECT_EQ(each.get(), 5);
     EXPECT_EQ(service.receivedEnvelopes().size(), 30U);
     EXPECT_EQ(other.receivedEnvelopes().size(), 30U);
 }
 
 TEST(SandboxStart, SaysWhyItCannot) {
     const TemporaryFolder folder;
-    SandboxService first(SandboxService::Options{.dataFolder = folder.path / "a", .faults = {}});
+    SandboxService first(SandboxService::Options{.dataFolder = folder.path() / "a", .faults = {}});
     first.start();
     SandboxService::Options taken;
-    taken.dataFolder = folder.path / "b";
+    taken.dataFolder = folder.path() / "b";
     taken.port = first.port();
     EXPECT_THROW(SandboxService(taken).start(), std::runtime_error);
     SandboxService::Options nowhere;

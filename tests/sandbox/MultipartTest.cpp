@@ -18,7 +18,8 @@ TEST(Multipart, GivesEveryPartByteForByte) {
     EXPECT_EQ(*result.parts[0].header("content-disposition"), "form-data; name=\"(null)\"");
     EXPECT_EQ(result.parts[0].body, "{}");
     EXPECT_EQ(result.parts[1].head, "A: 1\r\nB: 2\r\n");
-    EXPECT_EQ(result.parts[1].body, "x\r\n--c\r\n") << "what looks like a boundary but is none belongs to the part";
+    EXPECT_EQ(result.parts[1].body, "x\r\n--c\r\n")
+        << "what looks like a boundary but is none belongs to the part";
 }
 
 TEST(Multipart, KeepsEmptyAndBinaryBodies) {
@@ -62,7 +63,8 @@ TEST(Multipart, EveryBodyCutShortIsRefused) {
 }
 
 TEST(HeaderValue, ReadsParametersInTheirOrder) {
-    const auto value = parseHeaderValue(R"(form-data; name="documentId-1"; filename="a \"b\".pdf"; documentId="1")", true);
+    const auto value =
+        parseHeaderValue(R"(form-data; name="documentId-1"; filename="a \"b\".pdf"; documentId="1")", true);
     ASSERT_TRUE(value.error.empty()) << value.error;
     EXPECT_EQ(value.value, "form-data");
     const std::vector<HeaderParameter> expected{
@@ -71,8 +73,8 @@ TEST(HeaderValue, ReadsParametersInTheirOrder) {
 }
 
 TEST(HeaderValue, InsistsOnQuotesAndSeparatorsWhenTold) {
-    for (const char* text : {"form-data; name=x", "form-data;name=\"x\"", "form-data;  name=\"x\"", "form-data; =\"x\"",
-                             "form-data; name=\"x", "form-data; name=\"x\" "})
+    for (const char* text : {"form-data; name=x", "form-data;name=\"x\"", "form-data;  name=\"x\"",
+                             "form-data; =\"x\"", "form-data; name=\"x", "form-data; name=\"x\" "})
         EXPECT_FALSE(parseHeaderValue(text, true).error.empty()) << text;
 }
 

@@ -7,7 +7,8 @@
 namespace norvane::sandbox {
 
 std::string samplePng() {
-    return base64Decoded("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAAAABJRU5ErkJggg==")
+    return base64Decoded("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAAAAB"
+                         "JRU5ErkJggg==")
         .value();
 }
 
@@ -17,11 +18,12 @@ SampleEnvelope::SampleEnvelope() {
     json.set("transactionId", newUuid()).set("status", "sent").set("emailSubject", source.plan.emailSubject);
     json.set("DisableResponsiveDocument", "true");
     for (const TemplateDocument& document : source.documents)
-        parts.push_back({"form-data; name=\"documentId-" + document.documentId + "\"; filename=\"" + document.name +
-                             "\"; documentId=\"" + document.documentId + "\"",
+        parts.push_back({"form-data; name=\"documentId-" + document.documentId + "\"; filename=\"" +
+                             document.name + "\"; documentId=\"" + document.documentId + "\"",
                          "application/pdf", document.pdf});
     signer().set("signerName", "Ada Finch").set("signedDateTime", "2025-04-01T10:00:00.000Z");
-    for (const char* list : {"companyTabs", "titleTabs", "textTabs"}) tab(list).set("value", "entered");
+    for (const char* list : {"companyTabs", "titleTabs", "textTabs"})
+        tab(list).set("value", "entered");
     for (const char* list : {"signHereTabs", "initialHereTabs"})
         parts.push_back({"form-data; tabId=\"" + tab(list).text("tabId") + "\"", "image/png", samplePng()});
 }

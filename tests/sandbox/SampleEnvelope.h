@@ -1,10 +1,10 @@
 #pragma once
 
+#include "sandbox/Json.h"
+
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "sandbox/Json.h"
 
 namespace norvane::sandbox {
 

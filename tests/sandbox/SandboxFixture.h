@@ -1,22 +1,15 @@
 #pragma once
 
-#include <filesystem>
-#include <string>
+#include "sandbox/Text.h"
+#include "tests/sandbox/Client.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include "sandbox/Text.h"
-#include "tests/sandbox/Client.h"
+#include <filesystem>
+#include <string>
 
 namespace norvane::sandbox {
-
-/// A folder that goes with the test.
-class TemporaryFolder {
-  public:
-    TemporaryFolder() : path(std::filesystem::temp_directory_path() / ("sandbox-test-" + randomHex(8))) {}
-    ~TemporaryFolder() { std::filesystem::remove_all(path); }
-    const std::filesystem::path path;
-};
 
 /// A running service and a client of it.
 class SandboxFixture : public testing::Test {
@@ -30,7 +23,7 @@ class SandboxFixture : public testing::Test {
     const Credentials& user() const { return service.credentials(); }
 
     TemporaryFolder folder;
-    SandboxService service{optionsFor(folder.path)};
+    SandboxService service{optionsFor(folder.path())};
     const bool started = (service.start(), true); ///< before the client, which reads the address
     Client client{service};
 };

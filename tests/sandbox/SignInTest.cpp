@@ -8,10 +8,12 @@ class SignIn : public SandboxFixture {
   protected:
     Reply signIn(const std::string& name, const std::string& password, const std::string& query = "") {
         return client.sendWith(
-            {{"X-Norvane-Authentication", Client::authentication(name, password, user().integratorKey)}}, "GET",
-            "/v2/login_information" + query);
+            {{"X-Norvane-Authentication", Client::authentication(name, password, user().integratorKey)}},
+            "GET", "/v2/login_information" + query);
     }
-    Reply templatesWith(const Client::Headers& headers) { return client.sendWith(headers, "GET", "templates"); }
+    Reply templatesWith(const Client::Headers& headers) {
+        return client.sendWith(headers, "GET", "templates");
+    }
     std::string keyOnly() const { return R"({"IntegratorKey":")" + user().integratorKey + "\"}"; }
 };
 
@@ -36,7 +38,8 @@ TEST_F(SignIn, RefusesWrongNamesPasswordsAndKeys) {
     EXPECT_EQ(signIn(user().userName, "").errorCode(), "USER_AUTHENTICATION_FAILED");
     EXPECT_EQ(signIn("somebody", user().password).status, 401);
     const std::string header = Client::authentication(user().userName, user().password, "other");
-    const Reply reply = client.sendWith({{"X-Norvane-Authentication", header}}, "GET", "/v2/login_information");
+    const Reply reply =
+        client.sendWith({{"X-Norvane-Authentication", header}}, "GET", "/v2/login_information");
     EXPECT_EQ(reply.status, 401);
     EXPECT_EQ(reply.errorCode(), "INTEGRATOR_KEY_UNKNOWN");
     EXPECT_FALSE(reply.json().text("message").empty());
@@ -45,15 +48,18 @@ TEST_F(SignIn, RefusesWrongNamesPasswordsAndKeys) {
 TEST_F(SignIn, EveryOtherCallNeedsTheApiPasswordOrTheToken) {
     const auto& key = user().integratorKey;
     const auto withPassword = [&](const std::string& name, const std::string& password) {
-        return templatesWith({{"X-Norvane-Authentication", Client::authentication(name, password, key)}}).status;
+        return templatesWith({{"X-Norvane-Authentication", Client::authentication(name, password, key)}})
+            .status;
     };
     EXPECT_EQ(withPassword(user().userId, user().apiPassword), 200);
     EXPECT_EQ(withPassword(user().userName, user().password), 401) << "the password is for signing in only";
-    EXPECT_EQ(withPassword(user().userName, user().apiPassword), 401) << "the user id is needed, not the name";
+    EXPECT_EQ(withPassword(user().userName, user().apiPassword), 401)
+        << "the user id is needed, not the name";
     const std::pair<std::string, std::string> token{"Authorization", "Bearer " + user().accessToken};
     EXPECT_EQ(templatesWith({token, {"X-Norvane-Authentication", keyOnly()}}).status, 200);
     EXPECT_EQ(templatesWith({token}).status, 401) << "the token alone is not enough";
-    EXPECT_EQ(templatesWith({{"Authorization", "Bearer x"}, {"X-Norvane-Authentication", keyOnly()}}).status, 401);
+    EXPECT_EQ(templatesWith({{"Authorization", "Bearer x"}, {"X-Norvane-Authentication", keyOnly()}}).status,
+              401);
     EXPECT_EQ(templatesWith({{"X-Norvane-Authentication", keyOnly()}}).status, 401);
     EXPECT_EQ(templatesWith({}).errorCode(), "AUTHENTICATION_MISSING");
 }
@@ -75,7 +81,8 @@ TEST_F(SignIn, AccountCarriesWhatOfflineSigningNeeds) {
     EXPECT_EQ(valueOf(settings, "accountSettings", "allowOfflineSigning"), "true");
     const Json users = client.get("users/" + user().userId + "/settings").json();
     EXPECT_EQ(valueOf(users, "userSettings", "selfSignedRecipientEmailDocument"), "include_link");
-    EXPECT_EQ(client.get("/v2/accounts/" + user().accountIdGuid).json().text("accountName"), user().accountName);
+    EXPECT_EQ(client.get("/v2/accounts/" + user().accountIdGuid).json().text("accountName"),
+              user().accountName);
     EXPECT_FALSE(client.get("consumer_disclosure").json().text("esignAgreement").empty());
     EXPECT_FALSE(client.get("folders").json().array("folders").empty());
 }

@@ -1,12 +1,12 @@
-#include <cmath>
-#include <map>
-#include <set>
-
 #include "sandbox/DocumentCheck.h"
 #include "sandbox/EnvelopeCheck.h"
 #include "sandbox/Tab.h"
 #include "sandbox/Template.h"
 #include "tests/sandbox/SandboxFixture.h"
+
+#include <cmath>
+#include <map>
+#include <set>
 
 namespace norvane::sandbox {
 
@@ -36,8 +36,8 @@ Box shown(const std::string& list, const Json& tab) {
 }
 
 bool overlap(const Box& left, const Box& right) {
-    return left.x < right.x + right.width && right.x < left.x + left.width && left.y < right.y + right.height &&
-           right.y < left.y + left.height;
+    return left.x < right.x + right.width && right.x < left.x + left.width &&
+           left.y < right.y + right.height && right.y < left.y + left.height;
 }
 
 } // namespace
@@ -55,8 +55,8 @@ TEST_F(Templates, AreListedInPagesSearchedAndSortedIntoFolders) {
     EXPECT_EQ(client.get("templates?start_position=9").json().text("resultSetSize"), "0");
     EXPECT_EQ(client.get("templates?search_text=LEASE").json().text("totalSetSize"), "1");
     EXPECT_EQ(client.get("templates?folder=Sales").json().text("totalSetSize"), "2");
-    const std::string folder = all.array("envelopeTemplates")[0].text("folderId");
-    EXPECT_EQ(client.get("templates?folder_ids=" + folder).json().text("totalSetSize"), "1");
+    const std::string first = all.array("envelopeTemplates")[0].text("folderId");
+    EXPECT_EQ(client.get("templates?folder_ids=" + first).json().text("totalSetSize"), "1");
 }
 
 TEST_F(Templates, CanBeKeptAndSignedOffline) {
@@ -65,22 +65,25 @@ TEST_F(Templates, CanBeKeptAndSignedOffline) {
         ASSERT_GT(number(*source.find("envelopeTemplateDefinition"), "pageCount"), 0);
         EXPECT_EQ(checkScalars(source), "") << "scalars travel as text";
         const Json& recipients = *source.find("recipients");
-        EXPECT_EQ(recipients.text("recipientCount"),
-                  std::to_string(recipients.array("signers").size() + recipients.array("inPersonSigners").size()));
+        EXPECT_EQ(
+            recipients.text("recipientCount"),
+            std::to_string(recipients.array("signers").size() + recipients.array("inPersonSigners").size()));
         for (const Json& inPerson : recipients.array("inPersonSigners"))
             for (const char* key : {"hostName", "hostEmail", "signerName", "signerEmail", "name", "email"})
                 EXPECT_EQ(inPerson.find(key), nullptr) << "an in-person signer has but a role name: " << key;
         forEachSigner(recipients, [](const Json& signer) {
             EXPECT_FALSE(signer.text("roleName").empty());
-            for (const char* key : {"signingGroupName", "recipientSignatureProviders", "idCheckConfigurationName",
-                                    "accessCode", "excludedDocuments", "requireSignerCertificate"})
+            for (const char* key :
+                 {"signingGroupName", "recipientSignatureProviders", "idCheckConfigurationName", "accessCode",
+                  "excludedDocuments", "requireSignerCertificate"})
                 EXPECT_EQ(signer.find(key), nullptr) << key;
             std::set<std::string> labels;
             forEachTab(signer, [&](const std::string& list, const std::string&, const Json& tab) {
                 for (const auto& [key, value] : tab.members())
                     EXPECT_FALSE(key.starts_with("anchor") || key.starts_with("conditional")) << key;
                 EXPECT_TRUE(isUuid(tab.text("tabId")));
-                if (list != "radioGroupTabs") EXPECT_TRUE(labels.insert(tab.text("tabLabel")).second);
+                const bool isNew = labels.insert(tab.text("tabLabel")).second;
+                EXPECT_TRUE(isNew || list == "radioGroupTabs");
             });
         });
     }
@@ -98,9 +101,11 @@ TEST_F(Templates, TabsLieOnTheirPagesAndApart) {
                 const Box box = shown(list, tab);
                 const int page = std::stoi(tab.text("pageNumber"));
                 EXPECT_TRUE(page >= 1 && page <= pages.at(document));
-                EXPECT_TRUE(box.x >= 36 && box.x + box.width <= 576 && box.y >= 36 && box.y + box.height <= 756);
+                EXPECT_TRUE(box.x >= 36 && box.x + box.width <= 576 && box.y >= 36 &&
+                            box.y + box.height <= 756);
                 auto& others = boxes[document + "/" + tab.text("pageNumber")];
-                for (const Box& other : others) EXPECT_FALSE(overlap(box, other)) << tab.write();
+                for (const Box& other : others)
+                    EXPECT_FALSE(overlap(box, other)) << tab.write();
                 others.push_back(box);
             });
         });
@@ -114,7 +119,8 @@ TEST_F(Templates, DocumentsAreWholePdfsWithThePagesThatTheyClaim) {
         for (const Json& document : source.array("documents")) {
             const Reply pdf = client.get("templates/" + id + "/documents/" + document.text("documentId"));
             EXPECT_EQ(pdf.contentType, "application/pdf");
-            EXPECT_EQ(std::to_string(checkPdf(pdf.body).pages), document.text("pages")) << checkPdf(pdf.body).error;
+            EXPECT_EQ(std::to_string(checkPdf(pdf.body).pages), document.text("pages"))
+                << checkPdf(pdf.body).error;
             pages += checkPdf(pdf.body).pages;
         }
         const Reply combined = client.get("templates/" + id + "/documents/combined");

@@ -1,14 +1,14 @@
 #include "tests/support/Certificates.h"
 
-#include <ctime>
-#include <stdexcept>
-
 #include <openssl/bio.h>
 #include <openssl/ec.h>
 #include <openssl/evp.h>
 #include <openssl/pem.h>
 #include <openssl/rand.h>
 #include <openssl/x509v3.h>
+
+#include <ctime>
+#include <stdexcept>
 
 namespace norvane {
 namespace {
@@ -61,8 +61,10 @@ Certificate draft(const std::string& name, const Key& key, const CertificateTerm
     X509_set_version(certificate.get(), X509_VERSION_3);
     ASN1_INTEGER_set_uint64(X509_get_serialNumber(certificate.get()), serial >> 1);
     const std::time_t now = std::time(nullptr);
-    ASN1_TIME_set(X509_getm_notBefore(certificate.get()), now + std::chrono::seconds(terms.validFrom).count());
-    ASN1_TIME_set(X509_getm_notAfter(certificate.get()), now + std::chrono::seconds(terms.validUntil).count());
+    ASN1_TIME_set(X509_getm_notBefore(certificate.get()),
+                  now + std::chrono::seconds(terms.validFrom).count());
+    ASN1_TIME_set(X509_getm_notAfter(certificate.get()),
+                  now + std::chrono::seconds(terms.validUntil).count());
     X509_NAME_add_entry_by_txt(X509_get_subject_name(certificate.get()), "CN", MBSTRING_UTF8,
                                reinterpret_cast<const unsigned char*>(name.c_str()), -1, -1, 0);
     require(X509_set_pubkey(certificate.get(), key.get()) == 1);
@@ -86,7 +88,8 @@ void addHosts(const Certificate& certificate, const CertificateTerms& terms) {
 } // namespace
 
 CertificateAuthority::CertificateAuthority(const std::string& name)
-    : key_(makeKey()), certificate_(draft(name, key_, {{}, std::chrono::hours(-48), std::chrono::hours(48)})) {
+    : key_(makeKey())
+    , certificate_(draft(name, key_, {{}, std::chrono::hours(-48), std::chrono::hours(48)})) {
     extend(certificate_.get(), certificate_.get(), NID_basic_constraints, "critical,CA:TRUE");
     extend(certificate_.get(), certificate_.get(), NID_key_usage, "critical,keyCertSign");
     sign(certificate_, certificate_, key_);

@@ -1,13 +1,13 @@
 #include "tests/support/FakeHttpSession.h"
 
+#include "src/platform/http/DownloadFile.h"
+#include "src/platform/http/RequestRules.h"
+#include "src/platform/http/TransportErrors.h"
+
 #include <array>
 #include <deque>
 #include <mutex>
 #include <optional>
-
-#include "src/platform/http/DownloadFile.h"
-#include "src/platform/http/RequestRules.h"
-#include "src/platform/http/TransportErrors.h"
 
 namespace norvane {
 namespace {
@@ -25,7 +25,8 @@ std::string readToEnd(HttpBody& body) {
 
 class FakeHttpSession::State {
   public:
-    explicit State(std::filesystem::path downloadFolder) : downloadFolder_(std::move(downloadFolder)) {}
+    explicit State(std::filesystem::path downloadFolder)
+        : downloadFolder_(std::move(downloadFolder)) {}
 
     void add(Sent request, Completion completion) {
         const std::lock_guard lock(mutex);
@@ -145,7 +146,8 @@ void FakeHttpSession::download(HttpRequest request, Completion completion) {
 
 void FakeHttpSession::begin(HttpRequest request, bool isDownload, Completion completion) {
     if (auto refused = refusal(request)) {
-        completions_.post([error = std::move(*refused), completion = std::move(completion)] { completion(error); });
+        completions_.post(
+            [error = std::move(*refused), completion = std::move(completion)] { completion(error); });
         return;
     }
     Sent sent{std::move(request), {}, isDownload};

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "src/platform/http/CompletionThread.h"
+
+#include <norvane/platform/HttpSession.h>
+
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include <norvane/platform/HttpSession.h>
-
-#include "src/platform/http/CompletionThread.h"
 
 namespace norvane {
 

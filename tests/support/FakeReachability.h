@@ -1,20 +1,21 @@
 #pragma once
 
-#include <atomic>
-#include <future>
-#include <memory>
+#include "src/platform/StatusObservers.h"
+#include "src/platform/http/CompletionThread.h"
 
 #include <norvane/platform/Reachability.h>
 
-#include "src/platform/StatusObservers.h"
-#include "src/platform/http/CompletionThread.h"
+#include <atomic>
+#include <future>
+#include <memory>
 
 namespace norvane {
 
 /// A network that comes and goes as the test says.
 class FakeReachability final : public Reachability {
   public:
-    explicit FakeReachability(int status = 1) : status_(status) {}
+    explicit FakeReachability(int status = 1)
+        : status_(status) {}
     ~FakeReachability() override { monitor_.finish(); }
 
     int status() const override { return status_; }

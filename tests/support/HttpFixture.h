@@ -1,19 +1,19 @@
 #pragma once
 
-#include <memory>
-#include <string>
-
-#include <gtest/gtest.h>
-
-#include <norvane/platform/Files.h>
-#include <norvane/platform/HttpSession.h>
-
 #include "src/platform/Adapters.h"
 #include "tests/support/Certificates.h"
 #include "tests/support/FakeClock.h"
 #include "tests/support/PendingResponse.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TlsServer.h"
+
+#include <norvane/platform/Files.h>
+#include <norvane/platform/HttpSession.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
 
 namespace norvane {
 
@@ -64,7 +64,8 @@ class HttpFixture : public ::testing::Test {
     /// The files that downloads left behind.
     std::size_t downloadCount() const {
         std::size_t count = 0;
-        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(files->temporaryFolder()))
+        for ([[maybe_unused]] const auto& entry :
+             std::filesystem::directory_iterator(files->temporaryFolder()))
             ++count;
         return count;
     }

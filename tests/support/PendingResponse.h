@@ -1,5 +1,7 @@
 #pragma once
 
+#include <norvane/platform/HttpSession.h>
+
 #include <chrono>
 #include <condition_variable>
 #include <memory>
@@ -7,8 +9,6 @@
 #include <optional>
 #include <stdexcept>
 #include <thread>
-
-#include <norvane/platform/HttpSession.h>
 
 namespace norvane {
 

@@ -1,18 +1,18 @@
 #include "tests/support/TlsServer.h"
 
-#include <algorithm>
-#include <array>
-#include <csignal>
-#include <stdexcept>
-#include <strings.h>
-
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <openssl/err.h>
 #include <openssl/pem.h>
 #include <openssl/ssl.h>
+#include <strings.h>
 #include <sys/socket.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <stdexcept>
 
 namespace norvane {
 namespace {
@@ -51,7 +51,9 @@ std::shared_ptr<SSL_CTX> makeTls(const std::optional<ServerIdentity>& identity) 
 /// The bytes of one connection, in the clear or over TLS.
 class TlsServer::Connection {
   public:
-    Connection(int socket, SSL_CTX* tls) : socket_(socket), tls_(tls ? SSL_new(tls) : nullptr, &SSL_free) {}
+    Connection(int socket, SSL_CTX* tls)
+        : socket_(socket)
+        , tls_(tls ? SSL_new(tls) : nullptr, &SSL_free) {}
 
     bool begin() { return !tls_ || (SSL_set_fd(tls_.get(), socket_) == 1 && SSL_accept(tls_.get()) == 1); }
 
@@ -68,8 +70,9 @@ class TlsServer::Connection {
 
     bool send(std::string_view bytes) {
         while (!bytes.empty()) {
-            const auto count = tls_ ? SSL_write(tls_.get(), bytes.data(), static_cast<int>(bytes.size()))
-                                    : static_cast<int>(::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL));
+            const auto count =
+                tls_ ? SSL_write(tls_.get(), bytes.data(), static_cast<int>(bytes.size()))
+                     : static_cast<int>(::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL));
             if (count <= 0) return false;
             bytes.remove_prefix(static_cast<std::size_t>(count));
         }
@@ -104,7 +107,8 @@ std::optional<std::string> ReceivedRequest::header(std::string_view name) const 
 
 ServerReply ServerReply::with(int status, std::string_view body, const Headers& headers) {
     std::string bytes = "HTTP/1.1 " + std::to_string(status) + " Status\r\n";
-    for (const auto& [name, value] : headers) bytes += name + ": " + value + "\r\n";
+    for (const auto& [name, value] : headers)
+        bytes += name + ": " + value + "\r\n";
     if (status != 204 && status != 304) bytes += "Content-Length: " + std::to_string(body.size()) + "\r\n";
     return {bytes + "\r\n" + std::string(body), Ending::KeepsOpen, {}};
 }
@@ -114,8 +118,9 @@ ServerReply ServerReply::cutAfter(std::size_t count, Ending how) const {
 }
 
 TlsServer::TlsServer(std::optional<ServerIdentity> identity, Handler handler)
-    : handler_(std::move(handler)), tls_(makeTls(identity)),
-      listener_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    : handler_(std::move(handler))
+    , tls_(makeTls(identity))
+    , listener_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -132,12 +137,14 @@ TlsServer::~TlsServer() {
     {
         const std::lock_guard lock(mutex_);
         stopping_ = true;
-        for (const int socket : open_) ::shutdown(socket, SHUT_RDWR);
+        for (const int socket : open_)
+            ::shutdown(socket, SHUT_RDWR);
     }
     changed_.notify_all();
     ::shutdown(listener_, SHUT_RDWR);
     acceptor_.join();
-    for (std::thread& server : servers_) server.join();
+    for (std::thread& server : servers_)
+        server.join();
     ::close(listener_);
 }
 
@@ -157,9 +164,8 @@ std::vector<ReceivedRequest> TlsServer::requests() const {
 
 std::size_t TlsServer::arrivals(std::string_view target) const {
     const std::lock_guard lock(mutex_);
-    return static_cast<std::size_t>(std::count_if(requests_.begin(), requests_.end(), [&](const auto& request) {
-        return request.target() == target;
-    }));
+    return static_cast<std::size_t>(std::count_if(
+        requests_.begin(), requests_.end(), [&](const auto& request) { return request.target() == target; }));
 }
 
 std::size_t TlsServer::connectionCount() const {
@@ -219,7 +225,8 @@ bool TlsServer::answer(Connection& connection, ReceivedRequest request) {
     const std::size_t wanted = std::min(size, bodyLimit_);
     lock.unlock();
     bool open = true;
-    while (open && connection.unread.size() < wanted) open = connection.receive(connection.unread);
+    while (open && connection.unread.size() < wanted)
+        open = connection.receive(connection.unread);
     request.body = connection.unread.substr(0, wanted);
     request.complete = request.body.size() == size;
     connection.unread.erase(0, request.body.size());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Certificates.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -12,8 +14,6 @@
 #include <thread>
 #include <utility>
 #include <vector>
-
-#include "tests/support/Certificates.h"
 
 struct ssl_ctx_st;
 
@@ -49,9 +49,9 @@ struct ServerReply {
     ServerReply cutAfter(std::size_t count, Ending how = Ending::Closes) const;
 };
 
-/// A small HTTP/1.1 server on a port of the loopback interface, over TLS when it has an identity. It does what
-/// its handler says, to the byte, remembers every request, and goes away with the test: its destruction closes
-/// what is still open. Bodies must have a "Content-Length".
+/// A small HTTP/1.1 server on a port of the loopback interface, over TLS when it has an identity. It does
+/// what its handler says, to the byte, remembers every request, and goes away with the test: its destruction
+/// closes what is still open. Bodies must have a "Content-Length".
 class TlsServer {
   public:
     /// Called on the connection's own thread, as soon as a request is there whole; it may wait for the test.

@@ -89,12 +89,18 @@ class NVESApiClient : public std::enable_shared_from_this<NVESApiClient> {
   private:
     std::uint64_t send(const NVESRequest& request, const Data* image, bool jsonForm,
                        NVESCompletion completion);
-    void complete(std::uint64_t requestId, const NVESRequest& request, std::string trace,
-                  Result<HttpResponse> answer, const NVESCompletion& completion);
+    struct Expected {
+        std::string type;
+        bool isJson;
+        bool isFile;
+    };
+    void complete(const Expected& expected, const std::string& trace, const Result<HttpResponse>& answer,
+                  const NVESCompletion& completion);
+    Result<NVESResult> received(const Expected& expected, const HttpResponse& response);
 
     const Url baseURL_;
-    const NVESSanitizer sanitizer_;
-    const NVESResponseDeserializer deserializer_;
+    const NVESSanitizer sanitizer_{};
+    const NVESResponseDeserializer deserializer_{};
     CertificatePolicy certificates_;
     mutable std::mutex mutex_; ///< guards the members below
     std::chrono::seconds timeout_{60};

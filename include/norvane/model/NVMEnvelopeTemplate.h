@@ -22,17 +22,20 @@ struct NVMCDEnvelopeTemplate;
 #define NVM_ENVELOPE_TEMPLATE_FIELDS(FIELD, R) \
     FIELD(R, Record<NVMEnvelopeTemplateDefinition>, envelopeTemplateDefinition) \
     FIELD(R, List<NVMDocument>, documents) FIELD(R, Record<NVMDocument>, combinedDocument) \
-    FIELD(R, Record<NVMRecipients>, recipients) FIELD(R, Record<NVMCustomFields>, customFields) \
-    FIELD(R, Record<NVMEmailSettings>, emailSettings) FIELD(R, Text, envelopeId) \
-    FIELD(R, Text, status) FIELD(R, Text, purgeState) FIELD(R, Text, brandId) \
-    FIELD(R, Text, signingLocation) FIELD(R, Text, voidedReason) FIELD(R, Text, documentsUri) \
+    FIELD(R, Record<NVMRecipients>, recipients) FIELD(R, Record<NVMNotification>, notification) \
+    FIELD(R, Record<NVMCustomFields>, customFields) FIELD(R, Record<NVMEmailSettings>, emailSettings) \
+    FIELD(R, Text, envelopeId) FIELD(R, Text, transactionId) FIELD(R, Text, status) FIELD(R, Text, purgeState) FIELD(R, Text, brandId) \
+    FIELD(R, Text, signingLocation) FIELD(R, Text, voidedReason) FIELD(R, Text, envelopeUri) \
+    FIELD(R, Text, documentsUri) FIELD(R, Text, documentsCombinedUri) \
     FIELD(R, Text, recipientsUri) FIELD(R, Text, customFieldsUri) FIELD(R, Text, notificationUri) \
     FIELD(R, Text, certificateUri) FIELD(R, Text, templatesUri) FIELD(R, Text, emailSubject) \
     FIELD(R, Text, emailBlurb) FIELD(R, Bool, asynchronous) FIELD(R, Bool, envelopeIdStamping) \
+    FIELD(R, Bool, authoritativeCopy) FIELD(R, Bool, allowReassign) FIELD(R, Bool, autoNavigation) \
     FIELD(R, Bool, enforceSignerVisibility) FIELD(R, Bool, enableWetSign) FIELD(R, Bool, allowMarkup) \
     FIELD(R, Bool, messageLock) FIELD(R, Bool, recipientsLock) FIELD(R, Bool, is21CFRPart11) \
     FIELD(R, Bool, isSignatureProviderEnvelope) FIELD(R, Bool, brandLock) \
-    FIELD(R, Integer, disclosureSetting) FIELD(R, Date, lastModifiedDateTime) \
+    FIELD(R, Integer, disclosureSetting) FIELD(R, Date, createdDateTime) \
+    FIELD(R, Date, lastModifiedDateTime) \
     FIELD(R, Date, deliveredDateTime) FIELD(R, Date, sentDateTime) FIELD(R, Date, completedDateTime) \
     FIELD(R, Date, voidedDateTime) FIELD(R, Date, deletedDateTime) FIELD(R, Date, declinedDateTime) \
     FIELD(R, Date, statusChangedDateTime) FIELD(R, Date, cachedDateTime) \

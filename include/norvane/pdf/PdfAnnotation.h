@@ -62,6 +62,7 @@ class PdfAnnotation {
     void setBorderStyle(const PdfBorderStyle& style);
     void setLineColor(const Color& color);
     void setTextColor(const Color& color);
+    /// Without alpha, as before the first call, the page shows through.
     void setFillColor(const Color& color);
     /// Draws border, ground and contents anew. Lines wrap at the width; text too long for the box is set
     /// smaller, down to 4 points, so that it stays inside.

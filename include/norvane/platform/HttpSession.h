@@ -1,5 +1,10 @@
 #pragma once
 
+#include <norvane/platform/Data.h>
+#include <norvane/platform/NVMError.h>
+#include <norvane/platform/Result.h>
+#include <norvane/platform/Url.h>
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -11,18 +16,13 @@
 #include <utility>
 #include <vector>
 
-#include <norvane/platform/Data.h>
-#include <norvane/platform/NVMError.h>
-#include <norvane/platform/Result.h>
-#include <norvane/platform/Url.h>
-
 namespace norvane {
 
 /// Domain of errors of the transport; the code is the cause's number (libcurl's in the default adapter).
 inline constexpr std::string_view kTransportErrorDomain = "NorvaneTransportErrorDomain";
 /// User-information keys of transport errors; each is there only when it is known.
-/// Boolean, in errors that came up after the request had begun: whether all of the request may have been sent.
-/// When false, the service cannot have acted on it; when true, the outcome is unknown.
+/// Boolean, in errors that came up after the request had begun: whether all of the request may have been
+/// sent. When false, the service cannot have acted on it; when true, the outcome is unknown.
 inline constexpr std::string_view kTransportRequestSentKey = "NorvaneBodySent";
 /// The request's address, without user, query and fragment.
 inline constexpr std::string_view kTransportUrlKey = "NorvaneURL";
@@ -39,9 +39,9 @@ enum class TransportError : std::int64_t {
     TlsHandshakeFailed = 35,
     ConnectionLost = 56, ///< the connection ended before the answer did
     CertificateRefused = 60,
-    TooLarge = 63, ///< the answer exceeds 64 MiB in memory, or 1 GiB in a file
+    TooLarge = 63,  ///< the answer exceeds 64 MiB in memory, or 1 GiB in a file
     Refused = 1001, ///< the request breaks a rule of the session: plain http off loopback, control characters
-    Shutdown = 1002, ///< the session ended before the answer came
+    Shutdown = 1002,  ///< the session ended before the answer came
     FileError = 1003, ///< a download could not be written or a body could not be read
 };
 
@@ -74,7 +74,7 @@ struct CertificatePolicy {
 struct HttpRequest {
     std::string method = "GET";
     Url url;
-    HttpHeaders headers{}; ///< sent in this order; control characters in one refuse the request
+    HttpHeaders headers{};            ///< sent in this order; control characters in one refuse the request
     std::shared_ptr<HttpBody> body{}; ///< may be null
     /// Seconds without any progress until the request times out.
     std::chrono::seconds idleTimeout{60};
@@ -95,8 +95,8 @@ struct HttpResponse {
 };
 
 /// Sends each request exactly once: no retry, no redirect followed, no cookie kept, no "Expect" header.
-/// https only, and http on loopback. The session frames the message: a request that brings a "Content-Length",
-/// "Transfer-Encoding" or "Expect" header of its own is refused.
+/// https only, and http on loopback. The session frames the message: a request that brings a
+/// "Content-Length", "Transfer-Encoding" or "Expect" header of its own is refused.
 class HttpSession {
   public:
     /// A response of any status, or the transport's error.

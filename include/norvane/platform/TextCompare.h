@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -16,8 +17,13 @@ enum class Diacritics { Regard, Ignore };
 /// `Ignore` also "Jose"; "STRASSE" is "straße". The rules of no particular language.
 bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics = Diacritics::Regard);
 /// An absent text equals nothing, not even another absent one.
-bool foldedEqual(const std::optional<std::string>& a, const std::optional<std::string>& b,
-                 Diacritics diacritics = Diacritics::Regard);
+template <std::same_as<std::optional<std::string>> T>
+bool foldedEqual(const T& a, const T& b, Diacritics diacritics = Diacritics::Regard) {
+    return a && b && foldedEqual(std::string_view(*a), std::string_view(*b), diacritics);
+}
+
+/// Whether `text` contains `part`, ignoring case and diacritics; every text contains the empty one.
+bool foldedContains(std::string_view text, std::string_view part);
 
 /// The text without white space and line breaks at both ends: Unicode's separators, the tab, U+000A to
 /// U+000D, U+0085.

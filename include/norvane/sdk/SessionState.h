@@ -21,8 +21,8 @@ void NVM_clearCredentialsAndCachedTemplatesSuccessful(bool successful);
 /// The gate of every public template and envelope operation: set up and signed in.
 bool NVM_isSetupAndLoginSuccessful();
 
-/// Goes up with every sign-in and sign-out. Work that began under another number belongs to a user who has left: it
-/// must not store what it brings. To store, hold the session, compare the number, store, let go.
+/// Goes up with every sign-in and sign-out. Work that began under another number belongs to a user who has
+/// left: it must not store what it brings. To store, hold the session, compare the number, store, let go.
 std::uint64_t sessionNumber();
 /// While held, no session ends. Never while calling out to the host.
 std::unique_lock<std::mutex> holdSession();

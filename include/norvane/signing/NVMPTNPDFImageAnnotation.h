@@ -24,6 +24,7 @@ class NVMPTNPDFImageAnnotation final : public NVMPDFBaseAnnotation {
     void updateErroneous() override;
     void refreshVisuals() override;
     void setContent(const std::optional<Image>& image) override;
+    void setErroneous(bool isErroneous) override;
 
     const std::optional<Image>& image() const { return image_; } ///< adopted, not drawn
     /// Of radio buttons: whether some button of the group is chosen.

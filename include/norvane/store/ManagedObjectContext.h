@@ -83,10 +83,7 @@ class ManagedObjectContext {
     void removeAll(const RecordType& entity);
     /// Removes every row that meets the request when `save` runs.
     void removeMatching(const FetchRequest& request);
-    /// Says of a document file (a path below the documents folder) that a row saved with this context names it
-    /// from then on: it is no longer swept away as unfinished.
-    void adoptFile(const std::string& path);
-    /// Says that no row names the file once this context is saved, and removes it after the save.
+    /// Removes the document file at that relative path after the save, unless a row still names it then.
     void dropFile(const std::string& path);
 
     bool hasChanges() const;

@@ -92,9 +92,10 @@ class NVMTemplatesHandler {
     /// Removes files that no stored template names.
     static void deleteCachedPdfs(const std::vector<std::string>& paths);
 
-    /// A new envelope with the stored template's content and files of its own for its documents and the combined
-    /// one: they share nothing with the template, which may be refreshed or removed meanwhile. An error when the
-    /// template is not stored, a document is not what was stored, or a file cannot be made; nothing is left then.
+    /// A new envelope with the stored template's content and files of its own for its documents and the
+    /// combined one: they share nothing with the template, which may be refreshed or removed meanwhile. An
+    /// error when the template is not stored, a document is not what was stored, or a file cannot be made;
+    /// nothing is left then.
     ///
     /// `pdfToInsert` goes in so that `insertAtPosition` pages of the whole envelope stay ahead of it, 0
     /// meaning ahead of all and a number beyond the end after all; the tabs behind it move on by its pages. A

@@ -1,8 +1,8 @@
 #include "src/platform/http/CacheEntryFile.h"
 
-#include <charconv>
-
 #include <norvane/platform/Files.h>
+
+#include <charconv>
 
 namespace norvane {
 namespace {
@@ -30,7 +30,8 @@ Data encodeCacheEntry(const CachedResponse& cached) {
     std::string content = std::to_string(cached.requested.time_since_epoch().count()) + ' ' +
                           std::to_string(cached.received.time_since_epoch().count()) + ' ' +
                           std::to_string(cached.response.status) + " \n";
-    for (const auto& [name, value] : cached.response.headers) content += name + ": " + value + '\n';
+    for (const auto& [name, value] : cached.response.headers)
+        content += name + ": " + value + '\n';
     content += '\n';
     content += cached.response.body.view();
     return Data(std::string(kForm) + '\n' + sha256Hex(content) + '\n' + content);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
-
 #include "src/platform/http/CacheRules.h"
+
+#include <optional>
 
 namespace norvane {
 

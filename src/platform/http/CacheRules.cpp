@@ -1,15 +1,15 @@
 #include "src/platform/http/CacheRules.h"
 
+#include "src/platform/http/RequestRules.h"
+
+#include <norvane/platform/Files.h>
+
+#include <curl/curl.h>
+
 #include <algorithm>
 #include <charconv>
 #include <map>
 #include <optional>
-
-#include <curl/curl.h>
-
-#include <norvane/platform/Files.h>
-
-#include "src/platform/http/RequestRules.h"
 
 namespace norvane {
 namespace {
@@ -83,11 +83,13 @@ milliseconds lifetime(const CachedResponse& cached) {
         return secondsOf(maxAge->second).value_or(seconds(0));
     if (!cached.response.header("Expires")) return milliseconds(0);
     const auto expires = dateHeader(cached.response, "Expires"); // "0" and the like mean: at once
-    return expires ? *expires - dateHeader(cached.response, "Date").value_or(cached.received) : milliseconds(0);
+    return expires ? *expires - dateHeader(cached.response, "Date").value_or(cached.received)
+                   : milliseconds(0);
 }
 
 milliseconds ageWhenReceived(const CachedResponse& cached) {
-    const milliseconds apparent = cached.received - dateHeader(cached.response, "Date").value_or(cached.received);
+    const milliseconds apparent =
+        cached.received - dateHeader(cached.response, "Date").value_or(cached.received);
     const milliseconds told = secondsOf(cached.response.header("Age").value_or("0")).value_or(seconds(0));
     return std::max(apparent, told + (cached.received - cached.requested));
 }
@@ -127,7 +129,8 @@ HttpRequest revalidating(HttpRequest request, const CachedResponse& cached) {
     return request;
 }
 
-CachedResponse refreshed(CachedResponse cached, const HttpResponse& notModified, Date requested, Date received) {
+CachedResponse refreshed(CachedResponse cached, const HttpResponse& notModified, Date requested,
+                         Date received) {
     HttpHeaders& headers = cached.response.headers;
     const auto isFraming = [](const std::string& name) {
         return equalsIgnoringCase(name, "Content-Length") || equalsIgnoringCase(name, "Transfer-Encoding");
@@ -147,13 +150,15 @@ std::string cacheKeyOfUrl(const Url& url) { return sha256Hex(url.absoluteString(
 
 std::string cacheKey(const HttpRequest& request) {
     HttpHeaders sorted;
-    for (const auto& [name, value] : request.headers) sorted.emplace_back(lowerCase(name), value);
+    for (const auto& [name, value] : request.headers)
+        sorted.emplace_back(lowerCase(name), value);
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     const CertificatePolicy& trust = request.certificates;
     std::string rest = trust.pinnedCertificateFile.value_or("") + '\n' +
                        (trust.allowsInvalidCertificates ? '1' : '0') + (trust.validatesHostName ? '1' : '0');
-    for (const auto& [name, value] : sorted) rest += '\n' + name + ':' + value;
+    for (const auto& [name, value] : sorted)
+        rest += '\n' + name + ':' + value;
     return cacheKeyOfUrl(request.url) + "-" + sha256Hex(rest);
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <string>
-
 #include <norvane/platform/Date.h>
 #include <norvane/platform/HttpSession.h>
+
+#include <string>
 
 namespace norvane {
 
@@ -26,7 +26,8 @@ bool isFresh(const CachedResponse& cached, Date now);
 /// The same request, asking only for what changed since.
 HttpRequest revalidating(HttpRequest request, const CachedResponse& cached);
 /// What is kept after the service answered 304.
-CachedResponse refreshed(CachedResponse cached, const HttpResponse& notModified, Date requested, Date received);
+CachedResponse refreshed(CachedResponse cached, const HttpResponse& notModified, Date requested,
+                         Date received);
 /// Names the response that a request asks for. All its headers are part of it, so that an answer is never
 /// given to a request that varies in any way, least of all in its credentials. Begins with `cacheKeyOfUrl`.
 std::string cacheKey(const HttpRequest& request);

@@ -1,7 +1,6 @@
 #include "src/platform/http/CertificatePin.h"
 
-#include <filesystem>
-#include <system_error>
+#include "src/platform/http/TransportErrors.h"
 
 #include <openssl/bio.h>
 #include <openssl/err.h>
@@ -9,7 +8,8 @@
 #include <openssl/x509.h>
 #include <openssl/x509_vfy.h>
 
-#include "src/platform/http/TransportErrors.h"
+#include <filesystem>
+#include <system_error>
 
 namespace norvane {
 namespace {
@@ -18,7 +18,8 @@ constexpr std::uintmax_t kMaxFileSize = 1 << 20;
 
 X509* read(const std::string& file) {
     std::error_code none;
-    if (!std::filesystem::is_regular_file(file, none) || std::filesystem::file_size(file, none) > kMaxFileSize)
+    if (!std::filesystem::is_regular_file(file, none) ||
+        std::filesystem::file_size(file, none) > kMaxFileSize)
         return nullptr;
     const std::unique_ptr<BIO, decltype(&BIO_free)> bytes(BIO_new_file(file.c_str(), "rb"), &BIO_free);
     if (!bytes) return nullptr;
@@ -29,7 +30,8 @@ X509* read(const std::string& file) {
 
 } // namespace
 
-CertificatePin::CertificatePin(std::shared_ptr<x509_st> certificate) : certificate_(std::move(certificate)) {
+CertificatePin::CertificatePin(std::shared_ptr<x509_st> certificate)
+    : certificate_(std::move(certificate)) {
     unsigned char* bytes = nullptr;
     const int size = i2d_X509(certificate_.get(), &bytes);
     if (size > 0) der_.assign(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size));
@@ -52,7 +54,7 @@ bool CertificatePin::admits(x509_store_ctx_st* presented) const {
 
     const std::unique_ptr<X509_STORE, decltype(&X509_STORE_free)> onlyPin(X509_STORE_new(), &X509_STORE_free);
     const std::unique_ptr<X509_STORE_CTX, decltype(&X509_STORE_CTX_free)> path(X509_STORE_CTX_new(),
-                                                                             &X509_STORE_CTX_free);
+                                                                               &X509_STORE_CTX_free);
     if (!onlyPin || !path || X509_STORE_add_cert(onlyPin.get(), certificate_.get()) != 1 ||
         X509_STORE_CTX_init(path.get(), onlyPin.get(), own, X509_STORE_CTX_get0_untrusted(presented)) != 1)
         return false;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+
 #include <memory>
 #include <string>
-
-#include <norvane/platform/Result.h>
 
 struct x509_st;
 struct x509_store_ctx_st;

@@ -28,10 +28,11 @@ struct CompletionThread::State {
 };
 
 CompletionThread::CompletionThread()
-    : state_(std::make_shared<State>()), thread_([state = state_] {
-          while (state->runNext()) {
-          }
-      }) {}
+    : state_(std::make_shared<State>())
+    , thread_([state = state_] {
+        while (state->runNext()) {
+        }
+    }) {}
 
 CompletionThread::~CompletionThread() { finish(); }
 

@@ -1,13 +1,14 @@
 #include "src/platform/http/ConnectionLane.h"
 
-#include <openssl/ssl.h>
-
 #include <norvane/platform/NVMException.h>
+
+#include <openssl/ssl.h>
 
 namespace norvane {
 namespace {
 
-/// Takes the place of OpenSSL's own verification, which it runs itself unless invalid certificates are allowed.
+/// Takes the place of OpenSSL's own verification, which it runs itself unless invalid certificates are
+/// allowed.
 int verifyPinned(X509_STORE_CTX* presented, void* trust) {
     const auto& required = *static_cast<const Trust*>(trust);
     if (required.verifiesPeer && X509_verify_cert(presented) != 1) return 0;
@@ -47,14 +48,17 @@ bool Trust::operator==(const Trust& other) const {
 }
 
 ConnectionLane::ConnectionLane(Trust trust, std::optional<std::filesystem::path> trustAnchorFile)
-    : trust_(std::move(trust)), trustAnchorFile_(std::move(trustAnchorFile)), share_(curl_share_init()) {
+    : trust_(std::move(trust))
+    , trustAnchorFile_(std::move(trustAnchorFile))
+    , share_(curl_share_init()) {
     if (!share_) throw NVMException("HttpSessionException", "out of memory");
     curl_share_setopt(share_, CURLSHOPT_SHARE, CURL_LOCK_DATA_CONNECT);
     curl_share_setopt(share_, CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
 }
 
 ConnectionLane::~ConnectionLane() {
-    for (CURL* handle : idle_) curl_easy_cleanup(handle);
+    for (CURL* handle : idle_)
+        curl_easy_cleanup(handle);
     curl_share_cleanup(share_);
 }
 

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "src/platform/http/CertificatePin.h"
+
+#include <norvane/platform/HttpSession.h>
+
+#include <curl/curl.h>
+
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <vector>
-
-#include <curl/curl.h>
-
-#include <norvane/platform/HttpSession.h>
-
-#include "src/platform/http/CertificatePin.h"
 
 namespace norvane {
 

@@ -11,9 +11,12 @@ namespace norvane {
 /// What requests on their way share. They keep it alive until they have ended.
 class CurlHttpSession::Core : public std::enable_shared_from_this<Core> {
   public:
-    Core(const std::shared_ptr<Files>& files, std::optional<std::filesystem::path> trustAnchorFile, std::shared_ptr<Clock> clock)
-        : temporaryFolder_(files->temporaryFolder()), clock_(std::move(clock)), cache_(files),
-          loop_(std::move(trustAnchorFile)) {}
+    Core(const std::shared_ptr<Files>& files, std::optional<std::filesystem::path> trustAnchorFile,
+         std::shared_ptr<Clock> clock)
+        : temporaryFolder_(files->temporaryFolder())
+        , clock_(std::move(clock))
+        , cache_(files)
+        , loop_(std::move(trustAnchorFile)) {}
 
     ResponseCache& cache() { return cache_; }
 
@@ -38,7 +41,8 @@ class CurlHttpSession::Core : public std::enable_shared_from_this<Core> {
 
   private:
     void fail(NVMError error, Completion completion) {
-        completions_.post([error = std::move(error), completion = std::move(completion)] { completion(error); });
+        completions_.post(
+            [error = std::move(error), completion = std::move(completion)] { completion(error); });
     }
 
     void transmit(HttpRequest request, std::optional<std::filesystem::path> folder, Completion completion) {
@@ -73,15 +77,17 @@ class CurlHttpSession::Core : public std::enable_shared_from_this<Core> {
     }
 
     /// Keeps the answer, and puts the kept one in the place of a 304.
-    void remember(const std::string& key, std::optional<CachedResponse> known, HttpResponse& answer, Date asked,
-                  std::uint64_t generation) {
+    void remember(const std::string& key, std::optional<CachedResponse> known, HttpResponse& answer,
+                  Date asked, std::uint64_t generation) {
         CachedResponse latest{answer, asked, clock_->now()};
         if (known && answer.status == 304) {
             latest = refreshed(std::move(*known), answer, asked, latest.received);
             answer = latest.response;
         }
-        if (isStorable(latest.response)) cache_.store(key, latest, generation);
-        else if (latest.response.status < 500) cache_.forget(key);
+        if (isStorable(latest.response))
+            cache_.store(key, latest, generation);
+        else if (latest.response.status < 500)
+            cache_.forget(key);
     }
 
     const std::filesystem::path temporaryFolder_;
@@ -92,7 +98,8 @@ class CurlHttpSession::Core : public std::enable_shared_from_this<Core> {
 };
 
 CurlHttpSession::CurlHttpSession(std::shared_ptr<Files> files,
-                                 std::optional<std::filesystem::path> trustAnchorFile, std::shared_ptr<Clock> clock)
+                                 std::optional<std::filesystem::path> trustAnchorFile,
+                                 std::shared_ptr<Clock> clock)
     : core_(std::make_shared<Core>(files, std::move(trustAnchorFile), std::move(clock))) {}
 
 CurlHttpSession::~CurlHttpSession() { core_->shutDown(); }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <filesystem>
-#include <memory>
-#include <optional>
-
 #include <norvane/platform/Clock.h>
 #include <norvane/platform/Files.h>
 #include <norvane/platform/HttpSession.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
 
 namespace norvane {
 
@@ -15,8 +15,8 @@ namespace norvane {
 /// inside one of its completions.
 class CurlHttpSession final : public HttpSession {
   public:
-    /// `trustAnchorFile` is a PEM file of the only certificate authorities to trust; without one, the system's
-    /// are. The clock is what the age of cached responses is reckoned by.
+    /// `trustAnchorFile` is a PEM file of the only certificate authorities to trust; without one, the
+    /// system's are. The clock is what the age of cached responses is reckoned by.
     CurlHttpSession(std::shared_ptr<Files> files, std::optional<std::filesystem::path> trustAnchorFile,
                     std::shared_ptr<Clock> clock);
     ~CurlHttpSession() override;

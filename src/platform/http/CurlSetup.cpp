@@ -1,11 +1,11 @@
 #include "src/platform/http/CurlSetup.h"
 
-#include <cstdlib>
-#include <mutex>
+#include <norvane/platform/NVMException.h>
 
 #include <curl/curl.h>
 
-#include <norvane/platform/NVMException.h>
+#include <cstdlib>
+#include <mutex>
 
 namespace norvane {
 

@@ -1,18 +1,19 @@
 #include "src/platform/http/DownloadFile.h"
 
-#include <cerrno>
-#include <cstdlib>
-#include <string>
+#include "src/platform/DurableFile.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "src/platform/DurableFile.h"
+#include <cerrno>
+#include <cstdlib>
+#include <string>
 
 namespace norvane {
 
 DownloadFile::DownloadFile(FileDescriptor file, std::filesystem::path path)
-    : file_(std::move(file)), path_(std::move(path)) {}
+    : file_(std::move(file))
+    , path_(std::move(path)) {}
 
 DownloadFile::~DownloadFile() {
     if (file_.isOpen()) ::unlink(path_.c_str());

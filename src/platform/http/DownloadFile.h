@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstddef>
-#include <filesystem>
+#include "src/platform/FileDescriptor.h"
 
 #include <norvane/platform/Result.h>
 
-#include "src/platform/FileDescriptor.h"
+#include <cstddef>
+#include <filesystem>
 
 namespace norvane {
 

@@ -1,13 +1,14 @@
-#include <strings.h>
-
 #include <norvane/platform/HttpSession.h>
+
+#include <strings.h>
 
 namespace norvane {
 namespace {
 
 class DataBody final : public HttpBody {
   public:
-    explicit DataBody(Data bytes) : bytes_(std::move(bytes)) {}
+    explicit DataBody(Data bytes)
+        : bytes_(std::move(bytes)) {}
 
     std::uint64_t size() const override { return bytes_.size(); }
 

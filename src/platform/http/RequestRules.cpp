@@ -1,9 +1,10 @@
 #include "src/platform/http/RequestRules.h"
 
-#include <algorithm>
+#include "src/platform/http/TransportErrors.h"
+
 #include <strings.h>
 
-#include "src/platform/http/TransportErrors.h"
+#include <algorithm>
 
 namespace norvane {
 namespace {

@@ -1,25 +1,27 @@
 #include "src/platform/http/ResponseCache.h"
 
+#include "src/platform/http/CacheEntryFile.h"
+
 #include <algorithm>
 #include <system_error>
 #include <tuple>
 #include <vector>
-
-#include "src/platform/http/CacheEntryFile.h"
 
 namespace norvane {
 namespace {
 
 std::uint64_t sizeInMemory(const CachedResponse& cached) {
     std::uint64_t size = cached.response.body.size();
-    for (const auto& [name, value] : cached.response.headers) size += name.size() + value.size();
+    for (const auto& [name, value] : cached.response.headers)
+        size += name.size() + value.size();
     return size;
 }
 
 } // namespace
 
 ResponseCache::ResponseCache(std::shared_ptr<Files> files)
-    : files_(std::move(files)), folder_(files_->cachesFolder() / "swagger_url_cache") {}
+    : files_(std::move(files))
+    , folder_(files_->cachesFolder() / "swagger_url_cache") {}
 
 std::optional<CachedResponse> ResponseCache::find(const std::string& key) {
     const std::lock_guard lock(mutex_);
@@ -53,7 +55,8 @@ void ResponseCache::store(const std::string& key, const CachedResponse& cached, 
 
     readIndex();
     const Data bytes = encodeCacheEntry(cached);
-    if (bytes.size() <= diskCapacity_ && !files_->createFolder(folder_) && !files_->write(fileOf(key), bytes)) {
+    if (bytes.size() <= diskCapacity_ && !files_->createFolder(folder_) &&
+        !files_->write(fileOf(key), bytes)) {
         diskIndex_.put(key, bytes.size());
         shrinkDisk();
     } else if (diskIndex_.contains(key)) {
@@ -65,8 +68,10 @@ void ResponseCache::store(const std::string& key, const CachedResponse& cached, 
 void ResponseCache::forget(const std::string& keyPrefix) {
     const std::lock_guard lock(mutex_);
     readIndex();
-    for (const std::string& key : memoryIndex_.keysBeginningWith(keyPrefix)) forgetKey(key);
-    for (const std::string& key : diskIndex_.keysBeginningWith(keyPrefix)) forgetKey(key);
+    for (const std::string& key : memoryIndex_.keysBeginningWith(keyPrefix))
+        forgetKey(key);
+    for (const std::string& key : diskIndex_.keysBeginningWith(keyPrefix))
+        forgetKey(key);
 }
 
 void ResponseCache::clear() {
@@ -101,7 +106,8 @@ void ResponseCache::readIndex() {
         if (!gone) found.emplace_back(time, entry->path().filename().string(), size);
     }
     std::sort(found.begin(), found.end());
-    for (const auto& [time, name, size] : found) diskIndex_.put(name, size);
+    for (const auto& [time, name, size] : found)
+        diskIndex_.put(name, size);
     shrinkDisk();
 }
 
@@ -113,11 +119,13 @@ void ResponseCache::putIntoMemory(const std::string& key, const CachedResponse& 
 
 void ResponseCache::shrinkMemory() {
     // One that exceeds the capacity by itself would push everything else out before it goes too.
-    for (const std::string& key : memoryIndex_.shrink(memoryCapacity_)) memory_.erase(key);
+    for (const std::string& key : memoryIndex_.shrink(memoryCapacity_))
+        memory_.erase(key);
 }
 
 void ResponseCache::shrinkDisk() {
-    for (const std::string& key : diskIndex_.shrink(diskCapacity_)) files_->remove(fileOf(key));
+    for (const std::string& key : diskIndex_.shrink(diskCapacity_))
+        files_->remove(fileOf(key));
 }
 
 void ResponseCache::forgetKey(const std::string& key) {

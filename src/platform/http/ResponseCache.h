@@ -1,5 +1,10 @@
 #pragma once
 
+#include "src/platform/http/CacheRules.h"
+#include "src/platform/http/LruIndex.h"
+
+#include <norvane/platform/Files.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -8,11 +13,6 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
-
-#include <norvane/platform/Files.h>
-
-#include "src/platform/http/CacheRules.h"
-#include "src/platform/http/LruIndex.h"
 
 namespace norvane {
 

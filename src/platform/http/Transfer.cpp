@@ -1,12 +1,14 @@
 #include "src/platform/http/Transfer.h"
 
-#include <algorithm>
-#include <cstdlib>
-
-#include <sys/socket.h>
-
 #include "src/platform/http/RequestRules.h"
 #include "src/platform/http/TransportErrors.h"
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace norvane {
 namespace {
@@ -14,9 +16,11 @@ namespace {
 constexpr std::uint64_t kMaxBytesInMemory = 64ULL << 20;
 constexpr std::uint64_t kMaxBytesInFile = 1ULL << 30;
 constexpr std::size_t kMaxHeaderBytes = 256 << 10;
-/// Larger pieces make uploads no faster, but hide a slow connection's progress for longer.
-constexpr std::uint64_t kMaxUploadPiece = 512 << 10;
+/// Larger pieces make uploads no faster (tried up to 2 MiB), but hide a slow connection's progress for
+/// longer.
+constexpr std::uint64_t kMaxUploadPiece = 128 << 10;
 constexpr std::uint64_t kMinUploadPiece = 16 << 10;
+constexpr int kMaxUnsent = 256 << 10;
 constexpr long kReceiveBuffer = 128 << 10;
 /// Older idle connections are likely to have been forgotten by something in between.
 constexpr long kMaxIdleSeconds = 60;
@@ -42,7 +46,8 @@ std::int64_t counted(CURL* handle, CURLINFO what) {
 } // namespace
 
 Transfer::Transfer(HttpRequest request, std::optional<std::filesystem::path> downloadFolder)
-    : request_(std::move(request)), downloadFolder_(std::move(downloadFolder)) {}
+    : request_(std::move(request))
+    , downloadFolder_(std::move(downloadFolder)) {}
 
 void Transfer::begin(CURL* handle, Clock::time_point now) {
     handle_ = handle;
@@ -237,8 +242,10 @@ bool Transfer::takeIntoFile(const char* bytes, std::size_t size) {
     Failure problem;
     if (!file_) {
         auto created = DownloadFile::create(*downloadFolder_);
-        if (created) file_.emplace(std::move(*created));
-        else problem = created.error();
+        if (created)
+            file_.emplace(std::move(*created));
+        else
+            problem = created.error();
     }
     if (file_ && size > 0) problem = file_->append(bytes, size);
     if (problem) failure_ = fileFailure("The download could not be saved. Check the free space.", *problem);
@@ -257,13 +264,17 @@ std::size_t Transfer::onBody(char* bytes, std::size_t size, std::size_t count, v
     return static_cast<Transfer*>(self)->takeBody(bytes, size * count) ? size * count : 0;
 }
 
-// When a kept connection dies before the answer, libcurl sends the request again by itself, which would make two
-// envelopes of one. The three callbacks that follow refuse whatever that begins with: a new connection, the use
-// of another kept one, and the body once more.
+// When a kept connection dies before the answer, libcurl sends the request again by itself, which would make
+// two envelopes of one. The three callbacks that follow refuse whatever that begins with: a new connection,
+// the use of another kept one, and the body once more.
 
 curl_socket_t Transfer::onConnect(void* self, curlsocktype, curl_sockaddr* address) {
     if (static_cast<Transfer*>(self)->isSecondAttempt()) return CURL_SOCKET_BAD;
-    return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+    const int made = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+    // Else the system takes megabytes at once and sends them for minutes, while the upload seems to stand
+    // still.
+    ::setsockopt(made, IPPROTO_TCP, TCP_NOTSENT_LOWAT, &kMaxUnsent, sizeof kMaxUnsent);
+    return made;
 }
 
 int Transfer::onAttempt(void* self, char*, char*, int, int) {

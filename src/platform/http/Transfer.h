@@ -1,5 +1,11 @@
 #pragma once
 
+#include "src/platform/http/DownloadFile.h"
+
+#include <norvane/platform/HttpSession.h>
+
+#include <curl/curl.h>
+
 #include <array>
 #include <chrono>
 #include <cstdint>
@@ -7,12 +13,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-
-#include <curl/curl.h>
-
-#include <norvane/platform/HttpSession.h>
-
-#include "src/platform/http/DownloadFile.h"
 
 namespace norvane {
 

@@ -1,13 +1,13 @@
 #include "src/platform/http/TransferLoop.h"
 
-#include <algorithm>
-#include <csignal>
-#include <iterator>
+#include "src/platform/http/CurlSetup.h"
+#include "src/platform/http/TransportErrors.h"
 
 #include <norvane/platform/NVMException.h>
 
-#include "src/platform/http/CurlSetup.h"
-#include "src/platform/http/TransportErrors.h"
+#include <algorithm>
+#include <csignal>
+#include <iterator>
 
 namespace norvane {
 namespace {
@@ -34,13 +34,16 @@ void blockSignals() {
 }
 
 NVMError shutdownError(const Transfer& transfer) {
-    return transfer.error(TransportError::Shutdown, "The request was ended because the application closed it.");
+    return transfer.error(TransportError::Shutdown,
+                          "The request was ended because the application closed it.");
 }
 
 } // namespace
 
 TransferLoop::TransferLoop(std::optional<std::filesystem::path> trustAnchorFile)
-    : trustAnchorFile_(std::move(trustAnchorFile)), multi_(makeMulti()), thread_([this] { run(); }) {}
+    : trustAnchorFile_(std::move(trustAnchorFile))
+    , multi_(makeMulti())
+    , thread_([this] { run(); }) {}
 
 TransferLoop::~TransferLoop() {
     stop();
@@ -139,8 +142,10 @@ int TransferLoop::endStalled() {
     auto earliest = now + std::chrono::milliseconds(kIdlePollMilliseconds);
     for (std::size_t i = active_.size(); i-- > 0;) {
         const auto deadline = active_[i].transfer->deadline(now);
-        if (deadline > now) earliest = std::min(earliest, deadline);
-        else end(active_.begin() + static_cast<std::ptrdiff_t>(i), CURLE_OPERATION_TIMEDOUT);
+        if (deadline > now)
+            earliest = std::min(earliest, deadline);
+        else
+            end(active_.begin() + static_cast<std::ptrdiff_t>(i), CURLE_OPERATION_TIMEDOUT);
     }
     const auto pause = std::chrono::ceil<std::chrono::milliseconds>(earliest - now);
     return waiting_.empty() ? static_cast<int>(pause.count()) : 0;
@@ -154,7 +159,8 @@ void TransferLoop::endAll() {
         job.done(error);
     }
     active_.clear();
-    for (Job& job : waiting_) job.done(shutdownError(*job.transfer));
+    for (Job& job : waiting_)
+        job.done(shutdownError(*job.transfer));
     waiting_.clear();
 }
 

@@ -1,5 +1,12 @@
 #pragma once
 
+#include "src/platform/http/ConnectionLane.h"
+#include "src/platform/http/Transfer.h"
+
+#include <norvane/platform/HttpSession.h>
+
+#include <curl/curl.h>
+
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -8,13 +15,6 @@
 #include <optional>
 #include <thread>
 #include <vector>
-
-#include <curl/curl.h>
-
-#include <norvane/platform/HttpSession.h>
-
-#include "src/platform/http/ConnectionLane.h"
-#include "src/platform/http/Transfer.h"
 
 namespace norvane {
 

@@ -1,9 +1,9 @@
 #include "src/platform/http/TransportErrors.h"
 
-#include <array>
-
 #include <curl/curl.h>
 #include <openssl/x509_vfy.h>
+
+#include <array>
 
 namespace norvane {
 namespace {
@@ -50,20 +50,25 @@ const char* certificateDescription(long verifyResult) {
     // libcurl compares the name before it asks for the verdict, which is then still unspecified.
     case X509_V_ERR_UNSPECIFIED:
     case X509_V_OK:
-    case X509_V_ERR_HOSTNAME_MISMATCH: return "The server's certificate is for another server.";
+    case X509_V_ERR_HOSTNAME_MISMATCH:
+        return "The server's certificate is for another server.";
     case X509_V_ERR_CERT_HAS_EXPIRED:
         return "The server's certificate has expired. Check this device's date and time.";
     case X509_V_ERR_CERT_NOT_YET_VALID:
         return "The server's certificate is not valid yet. Check this device's date and time.";
-    case X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT: return "The server's certificate is signed by nobody but itself.";
+    case X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT:
+        return "The server's certificate is signed by nobody but itself.";
     case X509_V_ERR_SELF_SIGNED_CERT_IN_CHAIN:
     case X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT:
     case X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT_LOCALLY:
     case X509_V_ERR_UNABLE_TO_VERIFY_LEAF_SIGNATURE:
         return "The server's certificate was issued by an authority that is not trusted.";
-    case X509_V_ERR_CERT_REVOKED: return "The server's certificate was revoked.";
-    case X509_V_ERR_APPLICATION_VERIFICATION: return "The server's certificate is not the one that is expected.";
-    default: return "The server's certificate could not be verified.";
+    case X509_V_ERR_CERT_REVOKED:
+        return "The server's certificate was revoked.";
+    case X509_V_ERR_APPLICATION_VERIFICATION:
+        return "The server's certificate is not the one that is expected.";
+    default:
+        return "The server's certificate could not be verified.";
     }
 }
 
@@ -95,7 +100,8 @@ NVMError curlError(int curlCode, long verifyResult, const std::string& detail, D
                      std::move(evidence));
     }
     for (const Meaning& meaning : kMeanings)
-        if (meaning.curlCode == curlCode) return error(meaning.code, meaning.description, std::move(evidence));
+        if (meaning.curlCode == curlCode)
+            return error(meaning.code, meaning.description, std::move(evidence));
     return error(curlCode, std::string("The request failed: ") + curl_easy_strerror(CURLcode(curlCode)) + ".",
                  std::move(evidence));
 }

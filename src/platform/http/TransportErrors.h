@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include <norvane/platform/HttpSession.h>
+
+#include <string>
 
 namespace norvane {
 

@@ -45,6 +45,12 @@ void NVMPTNPDFImageAnnotation::updateErroneous() {
     setErroneous(!isHighlighted() && isRequired() && isContentInvalid());
 }
 
+void NVMPTNPDFImageAnnotation::setErroneous(bool isErroneous) {
+    if (isErroneous == NVMPDFBaseAnnotation::isErroneous()) return;
+    NVMPDFBaseAnnotation::setErroneous(isErroneous);
+    refreshVisuals();
+}
+
 void NVMPTNPDFImageAnnotation::setContent(const std::optional<Image>& image) {
     image_ = image && !image->isNull() ? image : std::nullopt;
     refreshVisuals();

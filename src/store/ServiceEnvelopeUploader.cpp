@@ -1,0 +1,103 @@
+#include <norvane/store/EnvelopeUploader.h>
+
+#include <norvane/api/NVESEnvelopes.h>
+#include <norvane/api/NVESErrors.h>
+#include <norvane/api/NVMApi.h>
+#include <norvane/platform/HttpSession.h>
+#include <norvane/sdk/Errors.h>
+
+#include <algorithm>
+#include <cctype>
+
+namespace norvane {
+
+namespace {
+
+constexpr std::int64_t kRequestTimeout = 408;
+
+/// Whether a request that ended so cannot have reached the service as a whole. What a proxy or a failing server says
+/// (a status from 500 on) is no proof.
+bool surelyNotTaken(const NVMError& error) {
+    if (error.domain == kStatusErrorDomain)
+        return error.code >= 400 && error.code < 500 && error.code != kRequestTimeout;
+    if (error.domain == kTransportErrorDomain) {
+        if (error.code == static_cast<std::int64_t>(TransportError::Refused)) return true;
+        const auto sent = error.userInfo.find(kTransportRequestSentKey);
+        return sent != error.userInfo.end() && !sent->second.boolValue();
+    }
+    return error.domain == kRequestErrorDomain || error.domain == NVM_USER_NOT_LOGGED_IN_ERROR;
+}
+
+NVMError noEnvelopeId() {
+    return NVMError::make(std::string(kDeserializationErrorDomain),
+                          static_cast<std::int64_t>(DeserializationError::NullValue),
+                          "The service's answer names no envelope.");
+}
+
+EnvelopeUploader::Answer answerOf(const NVESEnvelopeSummary* summary, const Failure& error) {
+    if (error) return {std::nullopt, error, surelyNotTaken(*error)};
+    if (!summary || !summary->envelopeId || summary->envelopeId->empty()) return {std::nullopt, noEnvelopeId(), false};
+    return {summary->envelopeId, std::nullopt, true};
+}
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
+        return std::tolower(x) == std::tolower(y);
+    });
+}
+
+/// Adds what the records say under the identifiers as they were asked for.
+template <class Records>
+void addFound(std::map<std::string, std::string>& found, const std::vector<std::string>& asked,
+              const Records& records) {
+    if (!records) return;
+    for (const auto& record : *records) {
+        if (!record->transactionId || !record->envelopeId || record->envelopeId->empty()) continue;
+        for (const auto& transactionId : asked)
+            if (equalIgnoringCase(transactionId, *record->transactionId))
+                found.emplace(transactionId, *record->envelopeId);
+    }
+}
+
+std::string joinedByCommas(const std::vector<std::string>& texts) {
+    std::string joined;
+    for (const auto& text : texts)
+        joined += (joined.empty() ? "" : ",") + text;
+    return joined;
+}
+
+class ServiceEnvelopeUploader final : public EnvelopeUploader {
+  public:
+    void upload(std::shared_ptr<NVESEnvelopeDefinition> envelope, Completion completion) override {
+        NVMApi::createOfflineEnvelopeWithEnvelopeDefinition(
+            *envelope, [completion = std::move(completion)](const std::shared_ptr<NVESEnvelopeSummary>& summary,
+                                                            const std::optional<NVMError>& error) {
+                completion(answerOf(summary.get(), error));
+            });
+    }
+
+    void lookUp(const std::vector<std::string>& transactionIds, LookupCompletion completion) override {
+        NVESEnvelopesApi_ListStatusChangesOptions options;
+        options.transactionIds = joinedByCommas(transactionIds);
+        NVMApi::listStatusChangesWithOptions(
+            options, [completion = std::move(completion), asked = transactionIds](
+                         const std::shared_ptr<NVESEnvelopesInformation>& information,
+                         const std::optional<NVMError>& error) {
+                if (error) return completion(*error);
+                if (!information) return completion(noEnvelopeId());
+                std::map<std::string, std::string> found;
+                addFound(found, asked, information->envelopeTransactionStatuses);
+                addFound(found, asked, information->envelopes);
+                completion(std::move(found));
+            });
+    }
+};
+
+} // namespace
+
+std::shared_ptr<EnvelopeUploader> EnvelopeUploader::service() {
+    static const auto uploader = std::make_shared<ServiceEnvelopeUploader>();
+    return uploader;
+}
+
+} // namespace norvane
