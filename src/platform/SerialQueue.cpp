@@ -85,9 +85,10 @@ SerialQueue::~SerialQueue() {
 }
 
 void SerialQueue::async(Task task) {
-    const std::lock_guard lock(state_->mutex);
-    state_->tasks.push_back(std::move(task));
-    state_->callPool();
+    const auto state = state_; // the task may end this object before the call returns
+    const std::lock_guard lock(state->mutex);
+    state->tasks.push_back(std::move(task));
+    state->callPool();
 }
 
 void SerialQueue::sync(const Task& task) {

@@ -57,12 +57,11 @@ ThreadQueue::~ThreadQueue() {
 }
 
 void ThreadQueue::async(Task task) {
-    {
-        const std::lock_guard lock(state_->mutex);
-        if (state_->closed) return;
-        state_->tasks.push_back(std::move(task));
-    }
-    state_->changed.notify_one();
+    const auto state = state_; // the task may end this object before the call returns
+    const std::lock_guard lock(state->mutex);
+    if (state->closed) return;
+    state->tasks.push_back(std::move(task));
+    state->changed.notify_one();
 }
 
 void ThreadQueue::sync(const Task& task) {

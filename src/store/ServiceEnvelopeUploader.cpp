@@ -34,6 +34,18 @@ NVMError noEnvelopeId() {
                           "The service's answer names no envelope.");
 }
 
+NVMError noList() {
+    return NVMError::make(std::string(kDeserializationErrorDomain),
+                          static_cast<std::int64_t>(DeserializationError::TypeMismatch),
+                          "The service's answer is no list of envelopes.");
+}
+
+/// An answer that merely lacks everything is no word of the service that it does not know an envelope.
+bool isList(const NVESEnvelopesInformation& information) {
+    return information.envelopes || information.envelopeTransactionStatuses || information.resultSetSize ||
+           information.totalSetSize;
+}
+
 EnvelopeUploader::Answer answerOf(const NVESEnvelopeSummary* summary, const Failure& error) {
     if (error) return {std::nullopt, error, surelyNotTaken(*error)};
     if (!summary || !summary->envelopeId || summary->envelopeId->empty()) return {std::nullopt, noEnvelopeId(), false};
@@ -84,7 +96,7 @@ class ServiceEnvelopeUploader final : public EnvelopeUploader {
                          const std::shared_ptr<NVESEnvelopesInformation>& information,
                          const std::optional<NVMError>& error) {
                 if (error) return completion(*error);
-                if (!information) return completion(noEnvelopeId());
+                if (!information || !isList(*information)) return completion(noList());
                 std::map<std::string, std::string> found;
                 addFound(found, asked, information->envelopeTransactionStatuses);
                 addFound(found, asked, information->envelopes);

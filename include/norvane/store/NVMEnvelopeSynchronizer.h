@@ -67,25 +67,28 @@ class NVMEnvelopeSynchronizer : public RecordSynchronizing,
                             std::shared_ptr<EnvelopeUploader> uploader);
 
     void syncWithPendingEnvelopeObjectIds(const std::vector<ManagedObjectID>& ids);
-    void startSyncForEnvelopeIDs(const std::vector<ManagedObjectID>& ids);
+    using Runs = std::vector<std::shared_ptr<EnvelopeRun>>;
+    Runs runsForObjectIDs(const std::vector<ManagedObjectID>& ids) const;
+    void startSync(const Runs& runs, std::size_t cancellations);
     std::vector<std::shared_ptr<Operation>>
-    pushPendingEnvelopeOperationsForEnvelopeObjectIDs(const std::vector<ManagedObjectID>& ids);
+    pushPendingEnvelopeOperations(const Runs& runs);
+    std::size_t cancellations() const;
     void syncEnvelope(EnvelopeRun& run);
-    Failure upload(EnvelopeRun& run, const std::shared_ptr<NVMCDEnvelopeDefinition>& envelope);
     void uploadFailed(EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope);
-    Failure updateLocalStorageWithSyncedEnvelope(const NVMCDEnvelopeDefinition& envelope);
+    void giveUp(const EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope);
+    void updateLocalStorageWithSyncedEnvelope(const EnvelopeRun& run);
     void advance(EnvelopeRun& run);
     void advanceToNextEnvelope(const ManagedObjectID& id);
     void handleSyncFailedWithUserInfo(const Dictionary& userInfo, const Failure& error);
-    void postEndedIfNothingIsPending();
 
     const std::shared_ptr<NVMRecordCacher> envelopeCacher_;
     const std::shared_ptr<EnvelopeUploader> uploader_;
     const std::shared_ptr<OperationQueue> queue_; ///< "SDK Envelopes Syncing Queue"
     std::mutex starting_;                         ///< held while a start is decided
-    mutable std::mutex pending_;                  ///< guards the two below
+    mutable std::mutex pending_;                  ///< guards the three below
     std::vector<ManagedObjectID> pendingEnvelopeObjectIDs_;
     std::size_t totalSyncCount_ = 0;
+    std::size_t cancellations_ = 0; ///< a start that a cancel has overtaken does not begin
 };
 
 } // namespace norvane
