@@ -18,6 +18,7 @@ namespace {
 const std::string kAdd = "INSERT INTO nv_file (path, session) VALUES (?, ?) ON CONFLICT DO UPDATE SET session = excluded.session";
 const std::string kRemove = "DELETE FROM nv_file WHERE path = ?";
 const std::string kEntries = "SELECT path, session FROM nv_file";
+const std::string kJournalled = "SELECT 1 FROM nv_file WHERE path = ?";
 const std::string kSetDigest = "UPDATE nv_file SET sha256 = ? WHERE path = ?";
 const std::string kDigest =
     "SELECT _sha256 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) AND _sha256 IS NOT NULL "
@@ -37,13 +38,17 @@ bool isHalfWritten(const std::filesystem::path& file) {
     return name.starts_with(".norvane-") && name.ends_with(".tmp");
 }
 
-void removeHalfWritten(std::string_view folder) {
+std::vector<std::filesystem::path> filesIn(std::string_view folder) {
     std::error_code error;
     std::vector<std::filesystem::path> files;
     for (const auto& entry : std::filesystem::directory_iterator(NVM_getUserDirectoryPathWithFolder(folder), error))
-        if (isHalfWritten(entry.path())) files.push_back(entry.path());
-    for (const auto& file : files)
-        Platform::current().files->remove(file);
+        files.push_back(entry.path());
+    return files;
+}
+
+void removeHalfWritten(std::string_view folder) {
+    for (const auto& file : filesIn(folder))
+        if (isHalfWritten(file)) Platform::current().files->remove(file);
 }
 
 } // namespace
@@ -60,6 +65,13 @@ void FileJournal::setDigest(const std::string& path, const std::string& sha256) 
     statement->bind(1, sha256);
     statement->bind(2, canonical(path));
     statement->exec();
+}
+
+bool FileJournal::isKnown(const std::string& path) {
+    if (isNamed(path)) return true;
+    const auto statement = connection_.kept(kJournalled);
+    statement->bind(1, canonical(path));
+    return statement->executeStep();
 }
 
 std::optional<std::string> FileJournal::digest(const std::string& path) {
@@ -115,6 +127,21 @@ void FileJournal::removeDropped(ObjectStore& store, const std::vector<std::strin
         for (const auto& path : paths)
             FileJournal(connection).remove(path);
     }));
+}
+
+void FileJournal::removeUnknown(ObjectStore& store, std::string_view folder) {
+    // Listed first: what is written from now on is in the journal by the time that it is read.
+    const auto files = filesIn(folder);
+    std::vector<std::filesystem::path> unknown;
+    const auto collect = [&](Connection& connection) {
+        for (const auto& file : files) {
+            const std::string path = "/userId/" + std::string(folder) + "/" + file.filename().string();
+            if (!isHalfWritten(file) && !FileJournal(connection).isKnown(path)) unknown.push_back(file);
+        }
+    };
+    if (StoreWork::read(store, collect)) return;
+    for (const auto& file : unknown)
+        Platform::current().files->remove(file);
 }
 
 Failure clearLeftovers(ObjectStore& store, const Session& session) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "src/store/Connection.h"
@@ -33,6 +34,8 @@ class FileJournal {
     std::vector<Entry> entries();
     /// Whether a document's row names the file.
     bool isNamed(const std::string& path);
+    /// Whether a row or the journal names it.
+    bool isKnown(const std::string& path);
     /// The digest of the file as far as its row or the journal know it.
     std::optional<std::string> digest(const std::string& path);
     /// Whether a row of another owner than that envelope names the file.
@@ -41,6 +44,9 @@ class FileJournal {
     /// Removes journalled files that have lost their last row, then their entries; outside a transaction. What
     /// it cannot do the next set-up does.
     static void removeDropped(ObjectStore& store, const std::vector<std::string>& paths);
+
+    /// Removes the folder's files that neither a row nor the journal knows.
+    static void removeUnknown(ObjectStore& store, std::string_view folder);
 
   private:
     Connection& connection_;

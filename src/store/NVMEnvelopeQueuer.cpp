@@ -1,11 +1,11 @@
 #include <norvane/store/NVMEnvelopeQueuer.h>
 
 #include <norvane/api/NVESEnvelopes.h>
+#include <norvane/model/mapping/EnvelopeMapping.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/store/DocumentFiles.h>
 #include <norvane/store/EnvelopeUploader.h>
 #include <norvane/store/NVMCDEnvelopes.h>
-#include <norvane/store/NVMEnvelopesHandler.h>
 
 #include "src/store/StoreErrorOf.h"
 #include "src/store/UploadAttempts.h"
@@ -58,11 +58,9 @@ class Upload : public std::enable_shared_from_this<Upload> {
 
     void send() {
         if (auto error = verifyDocuments(*envelope_)) return completion_(error);
-        auto request = NVMEnvelopesHandler::createEnvelopeRequestForEnvelope(*envelope_);
-        if (!request) return completion_(request.error());
         if (auto error = UploadAttempts(*store_).begin(transactionId_, Platform::current().clock->now()))
             return completion_(error);
-        uploader_->upload(*request, [self = shared_from_this()](const EnvelopeUploader::Answer& answer) {
+        uploader_->upload(createEnvelopeRequestForEnvelope(*envelope_), [self = shared_from_this()](const EnvelopeUploader::Answer& answer) {
             self->answered(answer);
         });
     }

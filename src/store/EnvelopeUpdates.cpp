@@ -1,0 +1,248 @@
+#include <norvane/model/NVMEnvelopeDefinition.h>
+#include <norvane/model/mapping/EnvelopeMapping.h>
+#include <norvane/platform/Platform.h>
+#include <norvane/store/CacheNotifications.h>
+#include <norvane/store/NVMEnvelopesHandler.h>
+
+#include "src/store/EnvelopeDocuments.h"
+#include "src/store/Notify.h"
+#include "src/store/RecipientLists.h"
+#include "src/store/StoreErrorOf.h"
+
+#include <algorithm>
+
+// The part of the envelope handler that changes pieces of stored envelopes.
+
+namespace norvane {
+
+namespace {
+
+using Envelope = std::shared_ptr<NVMCDEnvelopeDefinition>;
+using Find = std::function<Envelope(const ManagedObjectContext&)>;
+using Change = std::function<Failure(NVMCDEnvelopeDefinition&, EnvelopeDocuments&)>;
+
+NVMError notFound(const std::string& what) {
+    return storeError(StoreError::NotFound, "The " + what + " is not stored.");
+}
+
+/// An update under way.
+struct PieceUpdate {
+    PieceUpdate(const std::shared_ptr<ObjectStore>& store, NVMEnvelopesHandler::EnvelopeCompletion whenDone)
+        : documents(*store)
+        , completion(std::move(whenDone)) {}
+
+    EnvelopeDocuments documents;
+    const NVMEnvelopesHandler::EnvelopeCompletion completion;
+    Envelope stored;
+
+    void ended(const Failure& error) {
+        error ? documents.discard() : documents.keep();
+        const auto userInfo = stored ? cacheUserInfo(stored->envelopeId, stored->templateId, error)
+                                     : cacheUserInfo(std::nullopt, std::nullopt, error);
+        postNotification(error ? NVMEnvelopeUpdateFailedNotification : NVMEnvelopeUpdatedNotification, userInfo);
+        if (!completion) return;
+        completion(error ? nullptr : std::make_shared<NVMEnvelopeDefinition>(*stored, true), error);
+    }
+};
+
+void updateStored(Find find, Change change, NVMEnvelopesHandler::EnvelopeCompletion completion) {
+    const auto store = ObjectStore::defaultStore();
+    if (!store) {
+        Platform::current().executors->mainQueue()->async([completion = std::move(completion)] {
+            const auto error = storeError(StoreError::NotOpen, "The store is not open.");
+            postNotification(NVMEnvelopeUpdateFailedNotification, cacheUserInfo(std::nullopt, std::nullopt, error));
+            if (completion) completion(nullptr, error);
+        });
+        return;
+    }
+    const auto update = std::make_shared<PieceUpdate>(store, std::move(completion));
+    const auto write = [update, find = std::move(find), change = std::move(change)](ManagedObjectContext& context) -> Failure {
+        update->stored = find(context);
+        if (!update->stored) return notFound("envelope");
+        const auto before = EnvelopeDocuments::paths(*update->stored);
+        if (auto error = change(*update->stored, update->documents)) return error;
+        context.update(update->stored);
+        for (const auto& path : before)
+            context.dropFile(path); // those that are still named stay
+        return std::nullopt;
+    };
+    store->saveInBackground(write, [update](const Failure& error) { update->ended(error); });
+}
+
+Find byId(const NVMEnvelopeDefinition& envelope) {
+    return [id = envelope.envelopeId.value_or("")](const ManagedObjectContext& context) {
+        return NVMEnvelopesHandler::findEnvelopeWithId(id, context);
+    };
+}
+
+/// The envelope in which the recipient stands.
+Find byRecipient(const NVMRecipient& signer) {
+    return [id = signer.recipientId.value_or("")](const ManagedObjectContext& context) -> Envelope {
+        const auto rows = context.fetchProperties(
+            NVMCDRecipient::fetchRequest().where("recipientId", FetchRequest::Match::Equal, id).limitTo(1),
+            {"envelopeDefinition"});
+        if (!rows || rows->empty()) return nullptr;
+        const ManagedObjectID envelopeID{NVMCDEnvelopeDefinition::type().name(), rows->front().front().integerValue()};
+        auto found = context.objectWithID<NVMCDEnvelopeDefinition>(envelopeID);
+        return found ? std::move(found).value() : nullptr;
+    };
+}
+
+NVMCDRecipient* findRecipient(const NVMCDEnvelopeDefinition& envelope, const std::optional<std::string>& id) {
+    if (!envelope.recipients || !id) return nullptr;
+    const auto place = findRecipientPlace(*envelope.recipients, *id);
+    return place.list ? (**place.list)[place.index].get() : nullptr;
+}
+
+std::shared_ptr<NVMDocument> copyOf(const NVMDocument& document) {
+    return std::make_shared<NVMDocument>(document, true);
+}
+
+std::shared_ptr<NVMCDRecipient> storedForm(const NVMRecipient& recipient) {
+    auto stored = std::make_shared<NVMCDRecipient>();
+    nvm_mapToNvmcdRecipient(recipient, *stored);
+    return stored;
+}
+
+/// Puts the recipient among those of its kind: in its place when it is there already, with its tabs when it comes
+/// from another kind.
+Failure addOrUpdateRecipient(NVMCDEnvelopeDefinition& envelope, const std::shared_ptr<NVMCDRecipient>& given) {
+    if (!envelope.recipients) envelope.recipients = std::make_shared<NVMCDRecipients>();
+    const auto kind = static_cast<NVMRecipientType>(given->recipientType.value_or(0));
+    auto* list = recipientsOfKind(*envelope.recipients, kind);
+    if (!list) return notFound("kind of the recipient");
+    const auto place = findRecipientPlace(*envelope.recipients, given->recipientId.value_or(""));
+    if (place.list == list) {
+        given->objectID = (**list)[place.index]->objectID;
+        (**list)[place.index] = given;
+        return std::nullopt;
+    }
+    if (place.list) {
+        given->tabs = (**place.list)[place.index]->tabs;
+        (*place.list)->erase((*place.list)->begin() + static_cast<std::ptrdiff_t>(place.index));
+    }
+    if (!*list) list->emplace();
+    (*list)->push_back(given);
+    return std::nullopt;
+}
+
+Failure addOrUpdateTab(NVMCDRecipient& signer, const std::shared_ptr<NVMCDTab>& given) {
+    if (!signer.tabs) signer.tabs = std::make_shared<NVMCDTabs>();
+    if (const auto stored = findTab(*signer.tabs, given->tabId.value_or(""))) {
+        given->objectID = stored->objectID;
+        *stored = *given;
+        return std::nullopt;
+    }
+    auto* list = tabsOfKind(*signer.tabs, static_cast<NVMTabType>(given->type_.value_or(0)));
+    if (!list) return notFound("list of the tab's kind");
+    if (!*list) list->emplace();
+    (*list)->push_back(given);
+    return std::nullopt;
+}
+
+} // namespace
+
+void NVMEnvelopesHandler::updateCachedEnvelopeUpdateDocuments(
+    const NVMEnvelopeDefinition& envelope, const std::vector<std::shared_ptr<NVMDocument>>& documents,
+    EnvelopeCompletion completion) {
+    std::vector<std::shared_ptr<NVMDocument>> copies;
+    for (const auto& document : documents)
+        copies.push_back(copyOf(*document));
+    const auto change = [copies = std::move(copies)](NVMCDEnvelopeDefinition& stored,
+                                                     EnvelopeDocuments& files) -> Failure {
+        if (!stored.documents) return std::nullopt;
+        for (const auto& document : copies) {
+            const auto found = std::find_if(stored.documents->begin(), stored.documents->end(), [&](const auto& candidate) {
+                return candidate->documentId == document->documentId;
+            });
+            if (found == stored.documents->end()) continue;
+            nvm_mapToNvmcdDocument(*document, **found);
+            if (auto error = files.prepare(*document, **found, stored.objectID.row)) return error;
+        }
+        return std::nullopt;
+    };
+    updateStored(byId(envelope), change, std::move(completion));
+}
+
+void NVMEnvelopesHandler::updateCachedEnvelopeAddOrUpdateDocument(const NVMEnvelopeDefinition& envelope,
+                                                                  const NVMDocument& document,
+                                                                  EnvelopeCompletion completion) {
+    const auto change = [copy = copyOf(document)](NVMCDEnvelopeDefinition& stored, EnvelopeDocuments& files) -> Failure {
+        if (!stored.documents) stored.documents.emplace();
+        auto found = std::find_if(stored.documents->begin(), stored.documents->end(), [&](const auto& candidate) {
+            return candidate->documentId == copy->documentId;
+        });
+        if (found == stored.documents->end())
+            found = stored.documents->insert(found, std::make_shared<NVMCDDocument>());
+        nvm_mapToNvmcdDocument(*copy, **found);
+        return files.prepare(*copy, **found, stored.objectID.row);
+    };
+    updateStored(byId(envelope), change, std::move(completion));
+}
+
+void NVMEnvelopesHandler::updateCachedEnvelopeAddOrUpdateRecipient(const NVMEnvelopeDefinition& envelope,
+                                                                   const std::shared_ptr<NVMRecipient>& recipient,
+                                                                   EnvelopeCompletion completion) {
+    if (recipient->recipientId.value_or("").empty()) recipient->recipientId = Platform::current().random->uuidString();
+    const auto change = [given = storedForm(*recipient)](NVMCDEnvelopeDefinition& stored, EnvelopeDocuments&) {
+        return addOrUpdateRecipient(stored, given);
+    };
+    updateStored(byId(envelope), change, std::move(completion));
+}
+
+void NVMEnvelopesHandler::updateCachedEnvelopeRemoveRecipient(const NVMEnvelopeDefinition& envelope,
+                                                              const NVMRecipient& recipient,
+                                                              EnvelopeCompletion completion) {
+    const auto change = [id = recipient.recipientId.value_or("")](NVMCDEnvelopeDefinition& stored,
+                                                                  EnvelopeDocuments&) -> Failure {
+        if (!stored.recipients) return notFound("recipient");
+        const auto place = findRecipientPlace(*stored.recipients, id);
+        if (!place.list) return notFound("recipient");
+        (*place.list)->erase((*place.list)->begin() + static_cast<std::ptrdiff_t>(place.index));
+        return std::nullopt;
+    };
+    updateStored(byId(envelope), change, std::move(completion));
+}
+
+void NVMEnvelopesHandler::updateCachedEnvelopeMoveRecipient(const NVMEnvelopeDefinition& envelope,
+                                                            const NVMRecipient& recipient, std::size_t from,
+                                                            std::size_t to, EnvelopeCompletion completion) {
+    const auto change = [kind = recipient.recipientType, from, to](NVMCDEnvelopeDefinition& stored,
+                                                                   EnvelopeDocuments&) -> Failure {
+        const bool moves = kind == NVMRecipientTypeInPersonSigner || kind == NVMRecipientTypeSigner ||
+                           kind == NVMRecipientTypeCarbonCopy;
+        auto* list = moves && stored.recipients ? recipientsOfKind(*stored.recipients, kind) : nullptr;
+        if (!list || !*list || from >= (*list)->size() || to >= (*list)->size()) return std::nullopt;
+        auto moved = std::move((**list)[from]);
+        (*list)->erase((*list)->begin() + static_cast<std::ptrdiff_t>(from));
+        (*list)->insert((*list)->begin() + static_cast<std::ptrdiff_t>(to), std::move(moved));
+        return std::nullopt;
+    };
+    updateStored(byId(envelope), change, std::move(completion));
+}
+
+void NVMEnvelopesHandler::updateSignerAddOrUpdateTab(const NVMRecipient& signer, const std::shared_ptr<NVMTab>& tab,
+                                                     EnvelopeCompletion completion) {
+    // The tab is mapped here, while the caller holds it still.
+    auto form = std::make_shared<NVMCDTab>();
+    nvm_mapNvmcdTab(*form, *tab);
+    const auto change = [recipientId = signer.recipientId, form](NVMCDEnvelopeDefinition& stored,
+                                                                 EnvelopeDocuments&) -> Failure {
+        NVMCDRecipient* recipient = findRecipient(stored, recipientId);
+        return recipient ? addOrUpdateTab(*recipient, form) : notFound("recipient");
+    };
+    updateStored(byRecipient(signer), change, std::move(completion));
+}
+
+void NVMEnvelopesHandler::updateSignerRemoveTab(const NVMRecipient& signer, const NVMTab& tab,
+                                                EnvelopeCompletion completion) {
+    const auto change = [recipientId = signer.recipientId, tabId = tab.tabId.value_or("")](
+                            NVMCDEnvelopeDefinition& stored, EnvelopeDocuments&) -> Failure {
+        NVMCDRecipient* recipient = findRecipient(stored, recipientId);
+        if (!recipient || !recipient->tabs || !removeTab(*recipient->tabs, tabId)) return notFound("tab");
+        return std::nullopt;
+    };
+    updateStored(byRecipient(signer), change, std::move(completion));
+}
+
+} // namespace norvane
