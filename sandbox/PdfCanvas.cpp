@@ -4,6 +4,14 @@
 
 #include <stdexcept>
 
+/// cairo 1.16 loses the fontconfig pattern of each font that it looks up. Weak: a program may have its own
+/// list.
+extern "C" __attribute__((weak)) const char*
+__lsan_default_suppressions();                         // NOLINT(bugprone-reserved-identifier)
+extern "C" const char* __lsan_default_suppressions() { // NOLINT(bugprone-reserved-identifier)
+    return "leak:libfontconfig.so\n";
+}
+
 namespace norvane::sandbox {
 
 namespace {

@@ -1,3 +1,5 @@
+#include "src/platform/AsciiText.h"
+
 #include <norvane/platform/Url.h>
 
 #include <curl/curl.h>
@@ -29,14 +31,6 @@ std::string part(const std::string& text, CURLUPart which, unsigned flags = 0) {
     if (!handle || curl_url_get(handle.get(), which, &found, flags) != CURLUE_OK) return {};
     return Text(found, &curl_free).get();
 }
-
-std::string lowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
-
-bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
 
 bool isUnreserved(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
@@ -76,7 +70,7 @@ bool isLoopbackV4(std::string_view host) {
 } // namespace
 
 std::optional<Url> Url::parse(std::string_view text) {
-    if (std::any_of(text.begin(), text.end(), isControl)) return std::nullopt;
+    if (std::any_of(text.begin(), text.end(), isAsciiControl)) return std::nullopt;
     std::string owned(text);
     if (!parsed(owned)) return std::nullopt;
     Url url(std::move(owned));
@@ -88,9 +82,9 @@ Url Url::fromFilePath(std::string_view absolutePath) {
     return Url("file://" + escapedUnless(absolutePath, [](char c) { return c == '/' || isUnreserved(c); }));
 }
 
-std::string Url::scheme() const { return lowerCase(part(text_, CURLUPART_SCHEME)); }
+std::string Url::scheme() const { return asciiLowercased(part(text_, CURLUPART_SCHEME)); }
 
-std::string Url::host() const { return lowerCase(part(text_, CURLUPART_HOST)); }
+std::string Url::host() const { return asciiLowercased(part(text_, CURLUPART_HOST)); }
 
 std::string Url::path() const { return part(text_, CURLUPART_PATH); }
 

@@ -2,6 +2,7 @@
 #include <norvane/model/mapping/EnvelopeMapping.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/store/CacheNotifications.h>
+#include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
 
 #include "src/store/EnvelopeDocuments.h"

@@ -171,8 +171,6 @@ class TemplateCaching : public std::enable_shared_from_this<TemplateCaching> {
             if (!earlier) return earlier.error();
             removeTemplates(*earlier, context);
             context.insert(record);
-            for (const std::string& path : paths_)
-                context.adoptFile(path);
             return std::nullopt;
         });
         if (error) return error;

@@ -120,8 +120,9 @@ TEST_F(OfflineEnvelope, IsAMultipartPostWhateverMethodIsAskedFor) {
 }
 
 TEST_F(OfflineEnvelope, EndsInAnErrorWhenADocumentChangesWhileItIsSent) {
-    const auto file = home_.file("doc.pdf", std::string(5000, 'a'));
+    const auto file = home_.path() / "doc.pdf";
     const auto readAll = [&](const std::function<void()>& meanwhile) -> Failure {
+        home_.file("doc.pdf", std::string(5000, 'a'));
         MultipartBody body("B");
         EXPECT_FALSE(body.addFile({{"name", "d"}}, "", file));
         body.finish();

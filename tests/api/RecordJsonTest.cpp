@@ -50,7 +50,7 @@ TEST(RecordJson, ReadsTextWhereANumberIsDue) {
     for (const char* odd : {R"("wide")", R"("")", R"("1,5")", "[]", R"("0x10")"}) {
         const NVMError error = errorOf<NVESText>(R"({"width":)" + std::string(odd) + "}");
         EXPECT_EQ(error.code, 143553) << odd;
-        EXPECT_EQ(error.userInfo[std::string(kJsonPathKey)], Value("/width")) << odd;
+        EXPECT_EQ(error.userInfo.at(std::string(kJsonPathKey)), Value("/width")) << odd;
     }
 }
 

@@ -34,8 +34,7 @@ TEST_F(RequestBuilding, EscapesQueryValuesAndJoinsThemAfterwards) {
     EXPECT_EQ(targetOf({.path = "/q", .queryParams = {{"b c", "1&2"}, {"a", Array{1, "x"}}, {"d", date}}}),
               "/restapi/q?a=1%2Cx&b%20c=1%262&d=2024-02-29T12%3A00%3A00.000Z");
     EXPECT_EQ(targetOf({.path = "/q", .queryParams = {{"k", collection("csv")}}}), "/restapi/q?k=x,y%26z");
-    EXPECT_EQ(targetOf({.path = "/q", .queryParams = {{"k", collection("pipes")}}}),
-              "/restapi/q?k=x%7Cy%26z");
+    EXPECT_EQ(targetOf({.path = "/q", .queryParams = {{"k", collection("pipes")}}}), "/restapi/q?k=x|y%26z");
     EXPECT_EQ(targetOf({.path = "/q", .queryParams = {{"k", collection("multi")}}}),
               "/restapi/q?k=x&k=y%26z");
 }

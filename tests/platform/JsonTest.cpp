@@ -44,7 +44,7 @@ TEST(Json, RefusesWhatItCannotKeepAndSaysWhy) {
     EXPECT_EQ(refusal("[1e999]"), JsonError::BadNumber);
     EXPECT_EQ(refusal("[10000000000000000000000 12]"), JsonError::Malformed);
     EXPECT_EQ(refusal(std::string(65, '[') + std::string(65, ']')), JsonError::TooDeep);
-    EXPECT_TRUE(parseJson(std::string(63, '[') + std::string(63, ']')).ok());
+    EXPECT_TRUE(parseJson(std::string(64, '[') + std::string(64, ']')).ok());
     EXPECT_EQ(refusal(std::string(kJsonMaximumSize + 1, ' ')), JsonError::TooLarge);
 }
 

@@ -11,46 +11,52 @@ namespace norvane {
 
 namespace {
 
-/// Waits until somebody on the bus owns the name, or nobody does.
-bool waitForOwner(const char* name, bool wantsOwner) {
-    struct Wait {
-        GMainLoop* loop;
-        bool wantsOwner;
-        bool seen = false;
-    };
-    GMainContext* context = g_main_context_new();
-    g_main_context_push_thread_default(context);
-    Wait wait{g_main_loop_new(context, FALSE), wantsOwner};
-    const auto end = [](Wait* each, bool isOwned) {
-        each->seen = isOwned == each->wantsOwner;
-        if (each->seen) g_main_loop_quit(each->loop);
-    };
-    static const auto finish = end;
-    const guint watch = g_bus_watch_name(
-        G_BUS_TYPE_SESSION, name, G_BUS_NAME_WATCHER_FLAGS_NONE,
-        [](GDBusConnection*, const gchar*, const gchar*, gpointer data) {
-            finish(static_cast<Wait*>(data), true);
-        },
-        [](GDBusConnection*, const gchar*, gpointer data) { finish(static_cast<Wait*>(data), false); }, &wait,
-        nullptr);
-    GSource* timeout = g_timeout_source_new_seconds(static_cast<guint>(kTestPatience.count()));
-    g_source_set_callback(
-        timeout,
-        [](gpointer data) -> gboolean {
-            g_main_loop_quit(static_cast<Wait*>(data)->loop);
-            return G_SOURCE_REMOVE;
-        },
-        &wait, nullptr);
-    g_source_attach(timeout, context);
-    g_main_loop_run(wait.loop);
-    g_source_destroy(timeout);
-    g_source_unref(timeout);
-    g_bus_unwatch_name(watch);
-    g_main_loop_unref(wait.loop);
-    g_main_context_pop_thread_default(context);
-    g_main_context_unref(context);
-    return wait.seen;
-}
+/// Waits, with a loop of its own, until somebody on the bus owns the name or nobody does.
+class OwnerWait {
+  public:
+    OwnerWait(const char* name, bool wantsOwner)
+        : wantsOwner_(wantsOwner) {
+        g_main_context_push_thread_default(context_);
+        const guint watch = g_bus_watch_name(
+            G_BUS_TYPE_SESSION, name, G_BUS_NAME_WATCHER_FLAGS_NONE,
+            [](GDBusConnection*, const gchar*, const gchar*, gpointer self) { see(self, true); },
+            [](GDBusConnection*, const gchar*, gpointer self) { see(self, false); }, this, nullptr);
+        GSource* timeout = g_timeout_source_new_seconds(static_cast<guint>(kTestPatience.count()));
+        g_source_set_callback(
+            timeout, [](gpointer self) -> gboolean { return quit(self); }, this, nullptr);
+        g_source_attach(timeout, context_);
+        g_main_loop_run(loop_);
+        g_source_destroy(timeout);
+        g_source_unref(timeout);
+        g_bus_unwatch_name(watch);
+        g_main_context_pop_thread_default(context_);
+    }
+    ~OwnerWait() {
+        g_main_loop_unref(loop_);
+        g_main_context_unref(context_);
+    }
+    OwnerWait(const OwnerWait&) = delete;
+    OwnerWait& operator=(const OwnerWait&) = delete;
+
+    bool succeeded() const { return succeeded_; }
+
+  private:
+    static void see(gpointer self, bool isOwned) {
+        auto* wait = static_cast<OwnerWait*>(self);
+        if (isOwned != wait->wantsOwner_) return;
+        wait->succeeded_ = true;
+        quit(self);
+    }
+    static gboolean quit(gpointer self) {
+        g_main_loop_quit(static_cast<OwnerWait*>(self)->loop_);
+        return G_SOURCE_REMOVE;
+    }
+
+    GMainContext* context_ = g_main_context_new();
+    GMainLoop* loop_ = g_main_loop_new(context_, FALSE);
+    const bool wantsOwner_;
+    bool succeeded_ = false;
+};
 
 constexpr const char* kServiceName = "org.freedesktop.secrets";
 
@@ -67,7 +73,7 @@ PrivateKeyring::PrivateKeyring() {
  "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN" "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
-  <listen>unix:tmpdir=/tmp</listen>
+  <listen>unix:dir=)" + folder_.path().string() + R"(</listen>
   <policy context="default"><allow send_destination="*"/><allow eavesdrop="true"/><allow own="*"/></policy>
 </busconfig>)");
     bus_ = ChildProcess(
@@ -82,12 +88,12 @@ void PrivateKeyring::start() {
                              {{"HOME", folder}, {"XDG_DATA_HOME", folder}, {"XDG_RUNTIME_DIR", folder}},
                              "\n",
                              true});
-    EXPECT_TRUE(waitForOwner(kServiceName, true));
+    EXPECT_TRUE(OwnerWait(kServiceName, true).succeeded());
 }
 
 void PrivateKeyring::restart() {
     keyring_.stop();
-    EXPECT_TRUE(waitForOwner(kServiceName, false));
+    EXPECT_TRUE(OwnerWait(kServiceName, false).succeeded());
     start();
 }
 

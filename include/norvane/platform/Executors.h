@@ -61,7 +61,7 @@ class TaskGroup {
 class Executors {
   public:
     virtual ~Executors() = default;
-    /// The host's main loop, or a thread of the kit's own until the host hands one in.
+    /// The host's main loop (`PlatformOptions::mainQueue`), or a thread of the kit's own.
     virtual std::shared_ptr<TaskQueue> mainQueue() = 0;
     virtual std::shared_ptr<TaskQueue> makeSerialQueue(std::string label) = 0;
     virtual std::shared_ptr<OperationQueue> makeOperationQueue(std::string name) = 0;

@@ -107,7 +107,7 @@ class HttpSession {
     /// thread, one at a time, never inside this call. It may start further requests.
     virtual void send(HttpRequest request, Completion completion) = 0;
     /// As `send`, but a 2xx body goes straight to a fresh file in the session's temporary folder; bodies of
-    /// other statuses arrive in memory.
+    /// other statuses arrive in memory. The cache has no part in it.
     virtual void download(HttpRequest request, Completion completion) = 0;
     /// Drops every cached response.
     virtual void clearCache() = 0;

@@ -94,6 +94,7 @@ class ManagedObjectContext {
 
   private:
     friend class StoreWork;
+    friend class NVMCoreDataUtilities;
     struct Changes;
     using Erased = std::shared_ptr<void>;
 

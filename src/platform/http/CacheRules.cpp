@@ -1,6 +1,6 @@
 #include "src/platform/http/CacheRules.h"
 
-#include "src/platform/http/RequestRules.h"
+#include "src/platform/AsciiText.h"
 
 #include <norvane/platform/Files.h>
 
@@ -21,33 +21,20 @@ using Directives = std::map<std::string, std::string>;
 /// Longest lifetime and age that are told apart: the largest that RFC 9111 asks for.
 constexpr std::int64_t kMaxSeconds = 2'147'483'648;
 
-std::string_view trimmed(std::string_view text) {
-    const auto begin = text.find_first_not_of(" \t");
-    if (begin == std::string_view::npos) return {};
-    return text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
-}
-
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return lower;
-}
-
 void addDirective(std::string_view text, Directives& directives) {
     const auto equals = std::min(text.find('='), text.size());
-    std::string_view argument = trimmed(text.substr(std::min(equals + 1, text.size())));
+    std::string_view argument = asciiTrimmed(text.substr(std::min(equals + 1, text.size())));
     if (argument.size() >= 2 && argument.front() == '"' && argument.back() == '"')
         argument = argument.substr(1, argument.size() - 2);
-    if (const auto name = trimmed(text.substr(0, equals)); !name.empty())
-        directives.emplace(lowerCase(name), argument);
+    if (const auto name = asciiTrimmed(text.substr(0, equals)); !name.empty())
+        directives.emplace(asciiLowercased(name), argument);
 }
 
 /// The directives of every Cache-Control header; commas inside quotes belong to an argument.
 Directives cacheControl(const HttpResponse& response) {
     Directives directives;
     for (const auto& [name, value] : response.headers) {
-        if (!equalsIgnoringCase(name, "Cache-Control")) continue;
+        if (!asciiEqualsIgnoringCase(name, "Cache-Control")) continue;
         bool quoted = false;
         std::size_t begin = 0;
         for (std::size_t i = 0; i <= value.size(); ++i) {
@@ -96,7 +83,7 @@ milliseconds ageWhenReceived(const CachedResponse& cached) {
 
 bool bringsOwnRules(const HttpRequest& request) {
     return std::any_of(request.headers.begin(), request.headers.end(), [](const auto& header) {
-        const std::string name = lowerCase(header.first);
+        const std::string name = asciiLowercased(header.first);
         return name == "cache-control" || name == "pragma" || name == "range" || name.starts_with("if-");
     });
 }
@@ -111,7 +98,7 @@ bool isStorable(const HttpResponse& response) {
     const Directives rules = cacheControl(response);
     if (response.status != 200 || rules.contains("no-store")) return false;
     for (const auto& [name, value] : response.headers)
-        if (equalsIgnoringCase(name, "Vary") && value.find('*') != std::string::npos) return false;
+        if (asciiEqualsIgnoringCase(name, "Vary") && value.find('*') != std::string::npos) return false;
     return rules.contains("max-age") || response.header("Expires") || response.header("ETag") ||
            response.header("Last-Modified");
 }
@@ -133,10 +120,11 @@ CachedResponse refreshed(CachedResponse cached, const HttpResponse& notModified,
                          Date received) {
     HttpHeaders& headers = cached.response.headers;
     const auto isFraming = [](const std::string& name) {
-        return equalsIgnoringCase(name, "Content-Length") || equalsIgnoringCase(name, "Transfer-Encoding");
+        return asciiEqualsIgnoringCase(name, "Content-Length") ||
+               asciiEqualsIgnoringCase(name, "Transfer-Encoding");
     };
     std::erase_if(headers, [&](const auto& header) {
-        return equalsIgnoringCase(header.first, "Age") ||
+        return asciiEqualsIgnoringCase(header.first, "Age") ||
                (notModified.header(header.first) && !isFraming(header.first));
     });
     for (const auto& header : notModified.headers)
@@ -151,7 +139,7 @@ std::string cacheKeyOfUrl(const Url& url) { return sha256Hex(url.absoluteString(
 std::string cacheKey(const HttpRequest& request) {
     HttpHeaders sorted;
     for (const auto& [name, value] : request.headers)
-        sorted.emplace_back(lowerCase(name), value);
+        sorted.emplace_back(asciiLowercased(name), value);
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     const CertificatePolicy& trust = request.certificates;

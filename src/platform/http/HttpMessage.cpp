@@ -1,6 +1,6 @@
-#include <norvane/platform/HttpSession.h>
+#include "src/platform/AsciiText.h"
 
-#include <strings.h>
+#include <norvane/platform/HttpSession.h>
 
 namespace norvane {
 namespace {
@@ -31,7 +31,7 @@ std::shared_ptr<HttpBody> HttpBody::fromData(Data bytes) {
 
 std::optional<std::string> HttpResponse::header(std::string_view name) const {
     for (const auto& [key, value] : headers)
-        if (key.size() == name.size() && strncasecmp(key.data(), name.data(), name.size()) == 0) return value;
+        if (asciiEqualsIgnoringCase(key, name)) return value;
     return std::nullopt;
 }
 

@@ -1,23 +1,20 @@
 #include "src/platform/http/RequestRules.h"
 
+#include "src/platform/AsciiText.h"
 #include "src/platform/http/TransportErrors.h"
-
-#include <strings.h>
 
 #include <algorithm>
 
 namespace norvane {
 namespace {
 
-bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
-
 NVMError refused(const HttpRequest& request, std::string why) {
     return transportError(TransportError::Refused, std::move(why), evidence(request.url));
 }
 
 bool framesMessage(std::string_view name) {
-    return equalsIgnoringCase(name, "Content-Length") || equalsIgnoringCase(name, "Transfer-Encoding") ||
-           equalsIgnoringCase(name, "Expect");
+    return asciiEqualsIgnoringCase(name, "Content-Length") ||
+           asciiEqualsIgnoringCase(name, "Transfer-Encoding") || asciiEqualsIgnoringCase(name, "Expect");
 }
 
 } // namespace
@@ -30,10 +27,6 @@ bool isHttpToken(std::string_view text) {
     });
 }
 
-bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && (a.empty() || strncasecmp(a.data(), b.data(), a.size()) == 0);
-}
-
 Failure refusal(const HttpRequest& request) {
     const std::string scheme = request.url.scheme();
     if (scheme != "https" && !(scheme == "http" && request.url.isLoopback()))
@@ -41,7 +34,7 @@ Failure refusal(const HttpRequest& request) {
     if (!isHttpToken(request.method)) return refused(request, "The request's method is not a word of HTTP.");
     for (const auto& [name, value] : request.headers) {
         if (!isHttpToken(name)) return refused(request, "A request header's name is not allowed.");
-        if (std::any_of(value.begin(), value.end(), isControl))
+        if (std::any_of(value.begin(), value.end(), isAsciiControl))
             return refused(request, "The request header " + name + " holds control characters.");
         if (framesMessage(name))
             return refused(request, "The request header " + name + " is set by the session alone.");

@@ -11,7 +11,4 @@ Failure refusal(const HttpRequest& request);
 /// Whether the text is a token of RFC 9110: what methods and header names are made of.
 bool isHttpToken(std::string_view text);
 
-/// Compares header names, ignoring the case of ASCII letters.
-bool equalsIgnoringCase(std::string_view a, std::string_view b);
-
 } // namespace norvane

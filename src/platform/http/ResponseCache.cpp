@@ -112,13 +112,18 @@ void ResponseCache::readIndex() {
 }
 
 void ResponseCache::putIntoMemory(const std::string& key, const CachedResponse& cached) {
+    const std::uint64_t size = sizeInMemory(cached);
+    if (size > memoryCapacity_) {
+        memory_.erase(key);
+        memoryIndex_.erase(key);
+        return;
+    }
     memory_.insert_or_assign(key, cached);
-    memoryIndex_.put(key, sizeInMemory(cached));
+    memoryIndex_.put(key, size);
     shrinkMemory();
 }
 
 void ResponseCache::shrinkMemory() {
-    // One that exceeds the capacity by itself would push everything else out before it goes too.
     for (const std::string& key : memoryIndex_.shrink(memoryCapacity_))
         memory_.erase(key);
 }

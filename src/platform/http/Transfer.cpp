@@ -1,6 +1,6 @@
 #include "src/platform/http/Transfer.h"
 
-#include "src/platform/http/RequestRules.h"
+#include "src/platform/AsciiText.h"
 #include "src/platform/http/TransportErrors.h"
 
 #include <netinet/in.h>
@@ -24,12 +24,6 @@ constexpr int kMaxUnsent = 256 << 10;
 constexpr long kReceiveBuffer = 128 << 10;
 /// Older idle connections are likely to have been forgotten by something in between.
 constexpr long kMaxIdleSeconds = 60;
-
-std::string_view trimmed(std::string_view text) {
-    const auto begin = text.find_first_not_of(" \t\r\n");
-    if (begin == std::string_view::npos) return {};
-    return text.substr(begin, text.find_last_not_of(" \t\r\n") - begin + 1);
-}
 
 std::int64_t measured(CURL* handle, CURLINFO what) {
     curl_off_t value = 0;
@@ -72,7 +66,7 @@ void Transfer::applyRules() {
     curl_easy_setopt(handle_, CURLOPT_TCP_KEEPALIVE, 1L);
     curl_easy_setopt(handle_, CURLOPT_MAXAGE_CONN, kMaxIdleSeconds);
     curl_easy_setopt(handle_, CURLOPT_CONNECTTIMEOUT_MS,
-                     static_cast<long>(std::chrono::milliseconds(request_.idleTimeout).count()));
+                     static_cast<long>(std::chrono::milliseconds(patience()).count()));
     curl_easy_setopt(handle_, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     if (request_.url.isLoopback()) curl_easy_setopt(handle_, CURLOPT_PROXY, "");
     curl_easy_setopt(handle_, CURLOPT_OPENSOCKETFUNCTION, &Transfer::onConnect);
@@ -88,7 +82,7 @@ void Transfer::applyMethod() {
         applyBody(size);
     } else if (method == "HEAD") {
         curl_easy_setopt(handle_, CURLOPT_NOBODY, 1L);
-    } else if (request_.body || method == "POST" || method == "PUT" || method == "PATCH") {
+    } else if (method == "POST" || method == "PUT" || method == "PATCH") {
         curl_easy_setopt(handle_, CURLOPT_POST, 1L);
         curl_easy_setopt(handle_, CURLOPT_POSTFIELDS, "");
         curl_easy_setopt(handle_, CURLOPT_POSTFIELDSIZE, 0L);
@@ -116,8 +110,8 @@ void Transfer::applyHeaders() {
         headerLines_.reset(longer);
     };
     for (const auto& [name, value] : request_.headers) {
-        hasType = hasType || equalsIgnoringCase(name, "Content-Type");
-        const std::string_view content = trimmed(value);
+        hasType = hasType || asciiEqualsIgnoringCase(name, "Content-Type");
+        const std::string_view content = asciiTrimmed(value);
         // libcurl takes "Name:" for a wish to leave the header out and "Name;" for an empty one.
         add(content.empty() ? name + ";" : name + ": " + std::string(content));
     }
@@ -141,7 +135,12 @@ Transfer::Clock::time_point Transfer::deadline(Clock::time_point now) {
         moved_ = present;
         lastMove_ = now;
     }
-    return lastMove_ + std::max(request_.idleTimeout, std::chrono::seconds(1));
+    return lastMove_ + patience();
+}
+
+std::chrono::seconds Transfer::patience() const {
+    return std::clamp<std::chrono::seconds>(request_.idleTimeout, std::chrono::seconds(1),
+                                            std::chrono::hours(24));
 }
 
 /// A sum that changes whenever the connection gets further or a byte passes either way.
@@ -219,8 +218,8 @@ bool Transfer::takeHeaderLine(std::string_view line) {
     }
     const auto colon = line.find(':');
     if (colon == std::string_view::npos) return true;
-    response_.headers.emplace_back(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
-    if (equalsIgnoringCase(response_.headers.back().first, "Content-Length") && !downloadFolder_)
+    response_.headers.emplace_back(asciiTrimmed(line.substr(0, colon)), asciiTrimmed(line.substr(colon + 1)));
+    if (asciiEqualsIgnoringCase(response_.headers.back().first, "Content-Length") && !downloadFolder_)
         received_.reserve(std::min<std::uint64_t>(
             std::strtoull(response_.headers.back().second.c_str(), nullptr, 10), kMaxBytesInMemory));
     return true;

@@ -54,6 +54,7 @@ class Transfer {
     Result<HttpResponse> answer();
     NVMError fileFailure(std::string description, const NVMError& cause) const;
     bool mayHaveBeenSent() const;
+    std::chrono::seconds patience() const;
     std::int64_t moved() const;
 
     /// libcurl's callbacks.

@@ -103,9 +103,11 @@ double NVMPTNPDFImageAnnotation::defaultHighlightWidth() const {
 Image NVMPTNPDFImageAnnotation::drawnLook() const {
     TabLook look;
     look.size = {boundingBox().width, boundingBox().height};
-    look.frame = innerFrame();
     look.strokeWidth = defaultStrokeWidth();
     look.highlightWidth = defaultHighlightWidth();
+    const Rect inner = innerFrame(); // less the room that a highlight takes
+    const double room = look.highlightWidth;
+    look.frame = {inner.x + room / 2, inner.y + room / 2, inner.width - room, inner.height - room};
     look.isEditable = isEditable();
     look.isRequired = isRequired();
     look.isHighlighted = isHighlighted();
