@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <stdexcept>
+#include <new>
 #include <string>
 
 #include <zlib.h>
@@ -12,29 +12,41 @@ namespace norvane {
 namespace {
 
 struct Planes {
-    std::string colors; ///< three bytes a pixel
+    std::string colors; ///< three bytes a pixel, or one where all pixels are grey, as most ink is
     std::string alpha;
+    bool isGrey = true;
     bool isOpaque = true;
 };
 
+void inspect(const Image& image, Planes& planes) {
+    for (int y = 0; y < image.height(); ++y) {
+        const std::uint8_t* source = image.row(y);
+        for (int x = 0; x < image.width(); ++x, source += 4) {
+            planes.isOpaque = planes.isOpaque && source[3] == 255;
+            planes.isGrey = planes.isGrey && (source[3] == 0 || (source[0] == source[1] && source[1] == source[2]));
+        }
+    }
+}
+
 Planes planesOf(const Image& image) {
     Planes planes;
+    inspect(image, planes);
     const auto width = static_cast<std::size_t>(image.width());
     const std::size_t pixels = width * static_cast<std::size_t>(image.height());
-    planes.colors.resize(pixels * 3);
+    const std::size_t components = planes.isGrey ? 1 : 3;
+    planes.colors.resize(pixels * components);
     planes.alpha.resize(pixels);
     char* color = planes.colors.data();
     char* alpha = planes.alpha.data();
     for (int y = 0; y < image.height(); ++y) {
         const std::uint8_t* source = image.row(y);
-        for (std::size_t x = 0; x < width; ++x, source += 4, color += 3) {
+        for (std::size_t x = 0; x < width; ++x, source += 4, color += components) {
             // Viewers blend the colours of neighbours when they scale: unseen pixels take the paper's.
             if (source[3] == 0)
-                std::fill_n(color, 3, '\xFF');
+                std::fill_n(color, components, '\xFF');
             else
-                std::copy_n(source, 3, color);
+                std::copy_n(source, components, color);
             *alpha++ = static_cast<char>(source[3]);
-            planes.isOpaque = planes.isOpaque && source[3] == 255;
         }
     }
     return planes;
@@ -66,7 +78,8 @@ QPDFObjectHandle newImageStream(QPDF& qpdf, const Image& image, const std::strin
 }
 
 int addImage(QPDF& qpdf, const Image& image, const Planes& planes) {
-    QPDFObjectHandle stream = newImageStream(qpdf, image, planes.colors, "/DeviceRGB");
+    const char* colorSpace = planes.isGrey ? "/DeviceGray" : "/DeviceRGB";
+    QPDFObjectHandle stream = newImageStream(qpdf, image, planes.colors, colorSpace);
     if (!planes.isOpaque)
         stream.getDict().replaceKey("/SMask", newImageStream(qpdf, image, planes.alpha, "/DeviceGray"));
     return stream.getObjectID();

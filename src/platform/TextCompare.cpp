@@ -22,11 +22,18 @@ icu::UnicodeString decomposed(const icu::UnicodeString& text) {
     return U_SUCCESS(status) ? result : text;
 }
 
-icu::UnicodeString withoutMarks(const icu::UnicodeString& text) {
+/// Accents and points, by the class that says where they attach. Marks of other classes are letters of their
+/// scripts: vowel signs, voicing marks.
+bool isDiacritic(UChar32 character) {
+    const std::uint8_t position = u_getCombiningClass(character);
+    return position >= 200 || (position >= 10 && position <= 36);
+}
+
+icu::UnicodeString withoutDiacritics(const icu::UnicodeString& text) {
     icu::UnicodeString result;
     for (std::int32_t index = 0; index < text.length(); index = text.moveIndex32(index, 1)) {
         const UChar32 character = text.char32At(index);
-        if (u_charType(character) != U_NON_SPACING_MARK) result.append(character);
+        if (!isDiacritic(character)) result.append(character);
     }
     return result;
 }
@@ -36,7 +43,7 @@ icu::UnicodeString folded(std::string_view text, Diacritics diacritics) {
         icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
     result.foldCase(U_FOLD_CASE_DEFAULT);
     result = decomposed(result);
-    if (diacritics == Diacritics::Ignore) result = withoutMarks(result);
+    if (diacritics == Diacritics::Ignore) result = withoutDiacritics(result);
     // Decomposing can uncover letters that fold once more.
     return decomposed(result.foldCase(U_FOLD_CASE_DEFAULT));
 }

@@ -20,9 +20,14 @@ bool isFilled(const NVMTab& tab) {
     return tab.value && !tab.value->empty();
 }
 
+constexpr double kFontSize = 12; ///< points, that of a new annotation
+
 /// Black text on the page itself: no frame, no ground.
 void writePlainText(const NVMTab& tab, const PdfPage& page) {
-    PdfAnnotation annotation = page.createFreeText(NVMPDFBaseAnnotation::ptnRectFromTab(annotatedTabOf(tab), page));
+    PdfRect rect = NVMPDFBaseAnnotation::ptnRectFromTab(annotatedTabOf(tab), page);
+    if (NVMPDFBaseAnnotation::shouldIncreaseWidthForTabType(tab.tabType))
+        rect.x2 = std::max(rect.x2, rect.x1 + pdfTextWidth(*tab.value, kFontSize) + 2 * NVM_WIDTH_PADDING);
+    PdfAnnotation annotation = page.createFreeText(rect);
     annotation.setBorderStyle({0, 0, 0});
     annotation.setTextColor(Color{});
     annotation.setContents(*tab.value);

@@ -37,7 +37,17 @@ Value CommandLine::Run::json() const {
     return {};
 }
 
-CommandLine::CommandLine() : service_({.dataFolder = folder_.path() / "service"}) { service_.start(); }
+namespace {
+
+sandbox::SandboxService::Options optionsIn(const std::filesystem::path& folder) {
+    sandbox::SandboxService::Options options;
+    options.dataFolder = folder;
+    return options;
+}
+
+} // namespace
+
+CommandLine::CommandLine() : service_(optionsIn(folder_.path() / "service")) { service_.start(); }
 
 testing::KillTracer::Command CommandLine::command(const std::filesystem::path& home,
                                                   const std::vector<std::string>& arguments) const {

@@ -47,8 +47,8 @@ TEST_F(Validator, DescriptionNamesTheOffendingCharacters) {
 }
 
 TEST_F(Validator, ConfirmationFollowsThePasswordWhileTyping) {
-    const auto confirmation = NVM_NVValidator::nvm_confirmPasswordAgainstTextFieldValidator(
-        std::make_shared<FixedInput>("abcdef"));
+    const auto confirmation =
+        NVM_NVValidator::nvm_confirmPasswordAgainstTextFieldValidator(std::make_shared<FixedInput>("abcdef"));
     EXPECT_TRUE(confirmation->isValidText("abc", kCheckWhileEditing));
     EXPECT_FALSE(confirmation->isValidText("abd", kCheckWhileEditing));
     EXPECT_FALSE(confirmation->isValidText("abc"));
@@ -59,7 +59,8 @@ TEST_F(Validator, EmailIgnoresCaseAndSpaceAround) {
     EXPECT_TRUE(NVM_NVValidator::nvm_emailValidator()->isValidText(" Ann@Example.COM "));
     EXPECT_TRUE(nvm_stringIsValidEmail("a.b@[10.0.0.1]"));
     EXPECT_TRUE(nvm_stringIsValidEmail("\"ann lee\"@example.org"));
-    for (const char* wrong : {"", "ann", "ann@", "ann@example", "ann@example.c", "a b@example.com", "ann@x.com "})
+    for (const char* wrong :
+         {"", "ann", "ann@", "ann@example", "ann@example.c", "a b@example.com", "ann@x.com "})
         EXPECT_FALSE(nvm_stringIsValidEmail(wrong)) << wrong;
 }
 

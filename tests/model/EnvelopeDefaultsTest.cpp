@@ -51,7 +51,8 @@ TEST_F(EnvelopeDefaults, TheLastFaultOfTheEntriesIsReported) {
 }
 
 TEST_F(EnvelopeDefaults, ASignerTakesNameAndEmailEvenWhenAbsent) {
-    EXPECT_EQ(envelope_->updateRecipientsWithRecipientDefaults({entry(NVMRecipientTypeSigner, "Ann", std::nullopt)}),
+    EXPECT_EQ(envelope_->updateRecipientsWithRecipientDefaults(
+                  {entry(NVMRecipientTypeSigner, "Ann", std::nullopt)}),
               std::nullopt);
     EXPECT_EQ(signer_->name, "Ann");
     EXPECT_EQ(signer_->email, std::nullopt);
@@ -79,7 +80,8 @@ TEST_F(EnvelopeDefaults, KindsAreSwitchedAsTheEntrySays) {
 TEST_F(EnvelopeDefaults, TheLastRecipientCannotBeRemoved) {
     const auto removal = entry(NVMRecipientTypeSigner, {}, {});
     removal->removeRecipient = true;
-    EXPECT_EQ(envelope_->updateRecipientsWithRecipientDefaults({removal}), NVM_errorTemplateCannotRemoveRecipient());
+    EXPECT_EQ(envelope_->updateRecipientsWithRecipientDefaults({removal}),
+              NVM_errorTemplateCannotRemoveRecipient());
     envelope_->recipients->addRecipient(std::make_shared<NVMCarbonCopy>());
     EXPECT_EQ(envelope_->updateRecipientsWithRecipientDefaults({removal}), std::nullopt);
     EXPECT_TRUE(envelope_->recipients->signers->empty());
@@ -100,7 +102,8 @@ TEST_F(EnvelopeDefaults, UnknownRecipientsEndItButEarlierEntriesStay) {
 
 TEST_F(EnvelopeDefaults, TabLabelsMatchAsConfigured) {
     const std::vector<std::string> labels = {"Name", "First Name", "NÁME", "NameX"};
-    const std::vector<std::vector<std::string>> filled = {{"Name"}, {"Name", "NÁME"}, {"Name", "First Name", "NameX"}, {}};
+    const std::vector<std::vector<std::string>> filled = {
+        {"Name"}, {"Name", "NÁME"}, {"Name", "First Name", "NameX"}, {}};
     for (std::size_t mode = 0; mode < filled.size(); ++mode) {
         ASSERT_EQ(nvm_setDefaults(Value(static_cast<std::int64_t>(mode)), NVM_SETUP_TAB_DEFAULTS_COMPARISION),
                   std::nullopt);
@@ -134,7 +137,8 @@ TEST_F(EnvelopeDefaults, TheLastMatchingKeyWins) {
     ASSERT_EQ(nvm_setDefaults(Value(2), NVM_SETUP_TAB_DEFAULTS_COMPARISION), std::nullopt);
     const auto text = tab<NVMText>("First Name", *signer_);
     signer_->tabs->addTab(text);
-    envelope_->applyTabValueDefaults(TabValueDefaults{{"Name", "1"}, {"First", "2"}, {"First Name", std::nullopt}});
+    envelope_->applyTabValueDefaults(
+        TabValueDefaults{{"Name", "1"}, {"First", "2"}, {"First Name", std::nullopt}});
     EXPECT_EQ(text->value, "2") << "an absent value leaves the tab alone";
     envelope_->applyTabValueDefaults(std::nullopt);
     EXPECT_EQ(text->value, "2");

@@ -17,9 +17,9 @@ void signOffline(NVMRecipient& recipient) {
 }
 
 TEST_F(Envelope, SignersAreSortedByRoutingOrderKindByKind) {
-    const auto envelope = envelopeOf({inPersonSigner("p2", 2), inPersonSigner("p1", 1), signer("s3", "", "", 3),
-                                      signer("s1a", "", "", 1), signer("s1b", "", "", 1),
-                                      signer("s", "", "", std::nullopt)});
+    const auto envelope =
+        envelopeOf({inPersonSigner("p2", 2), inPersonSigner("p1", 1), signer("s3", "", "", 3),
+                    signer("s1a", "", "", 1), signer("s1b", "", "", 1), signer("s", "", "", std::nullopt)});
     EXPECT_EQ(idsOf(envelope->allSigners()), (Ids{"s", "s1a", "s1b", "s3", "p1", "p2"}));
 }
 
@@ -41,7 +41,8 @@ TEST_F(Envelope, LocalSignersAreTheUserAndThoseWhomTheUserHosts) {
     NotFromTemplate local;
     local.recipients = envelope->recipients;
     local.currentRoutingOrder = 1;
-    EXPECT_EQ(idsOf(local.localSignersWithOnlyIncomplete(false)), (Ids{"2", "1"})) << "made here: every order";
+    EXPECT_EQ(idsOf(local.localSignersWithOnlyIncomplete(false)), (Ids{"2", "1"}))
+        << "made here: every order";
 }
 
 TEST_F(Envelope, SelfSignNeedsTheUserAlone) {

@@ -51,7 +51,8 @@ class ModelFixture : public KitFixture {
         auto envelope = std::make_shared<NVMEnvelopeDefinition>();
         envelope->recipients = std::make_shared<NVMRecipients>();
         for (const auto& recipient : recipients) {
-            if (auto* remote = dynamic_cast<NVMSigner*>(recipient.get())) remote->tabs = std::make_shared<NVMTabs>();
+            if (auto* remote = dynamic_cast<NVMSigner*>(recipient.get()))
+                remote->tabs = std::make_shared<NVMTabs>();
             if (auto* inPerson = dynamic_cast<NVMInPersonSigner*>(recipient.get()))
                 inPerson->tabs = std::make_shared<NVMTabs>();
             envelope->recipients->addRecipient(recipient);

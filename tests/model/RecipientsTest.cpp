@@ -89,7 +89,8 @@ TEST_F(Recipients, InPersonSignerBecomesSignerAndIsAnnounced) {
 
     EXPECT_FALSE(recipients.signerFromInPersonSigner(after, "Eve", "eve@example.com"));
     EXPECT_EQ(after->nvm_name(), "Bob");
-    const auto back = recipients.inPersonSignerFromSigner(after, "Host", "host@example.com", "Bob", std::nullopt);
+    const auto back =
+        recipients.inPersonSignerFromSigner(after, "Host", "host@example.com", "Bob", std::nullopt);
     EXPECT_EQ(back->recipientType, NVMRecipientTypeInPersonSigner);
     EXPECT_EQ(idsOf(recipients.allSigners()), (Ids{"7", "1"}));
     EXPECT_EQ(posted.size(), 1u);

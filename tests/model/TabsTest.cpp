@@ -97,7 +97,8 @@ TEST_F(Tabs, RemainingTabsLackAValueOrASelection) {
     radio->radioGroup.lock()->radios->back()->selected = true;
     EXPECT_EQ(envelope_->remainingTagsIncludingOptionalForRecipient(signer_)->size(), 1u);
     EXPECT_EQ(envelope_->remainingRequiredTagsForRecipient(signer_), std::nullopt);
-    EXPECT_EQ(envelope_->remainingTagsIncludingOptionalForRecipient(std::make_shared<NVMAgent>()), std::nullopt);
+    EXPECT_EQ(envelope_->remainingTagsIncludingOptionalForRecipient(std::make_shared<NVMAgent>()),
+              std::nullopt);
 }
 
 TEST_F(Tabs, NavigationPassesOverTabsThatFillThemselves) {

@@ -6,26 +6,28 @@
 #include <norvane/store/ObjectStore.h>
 
 #include <fstream>
+#include <thread>
 
 namespace norvane {
 namespace {
 
 class SignInTest : public SandboxKitFixture {
   protected:
-    /// Signs in with the token; the answer, and whether it came inside the call.
+    /// Signs in with the token; the answer, and whether it came on the calling thread: inside the call.
     std::pair<SignInAnswer, bool> signInWithToken(const std::string& email, const std::optional<Url>& at,
                                                   NVMNetworkMode mode) const {
         const auto done = std::make_shared<Event>();
         const auto answer = std::make_shared<SignInAnswer>();
+        const auto thread = std::make_shared<std::thread::id>();
         NVMManager::loginWithAccessToken(user().accessToken, user().accountId, user().userId, user().userName,
                                          email, at, user().integratorKey, mode,
                                          [=](std::optional<NVMAccountInfo> info, Failure error) {
                                              *answer = {std::move(info), std::move(error)};
+                                             *thread = std::this_thread::get_id();
                                              done->set();
                                          });
-        const bool isInside = done->isSet();
         if (!done->wait()) ADD_FAILURE() << "the sign-in did not end";
-        return {*answer, isInside};
+        return {*answer, *thread == std::this_thread::get_id()};
     }
     static std::string reason(const Failure& error) { return error ? error->failureReason() : ""; }
 };

@@ -1,10 +1,13 @@
 #include "tests/support/KitFixture.h"
 
+#include <norvane/api/NVESEnvelopes.h>
 #include <norvane/api/NVESTemplates.h>
 #include <norvane/api/RecordJson.h>
+#include <norvane/model/NVMCustomFields.h>
 #include <norvane/platform/Json.h>
 #include <norvane/sdk/SessionState.h>
 #include <norvane/templates/NVMTemplatesManager.h>
+#include <norvane/templates/TemplateRules.h>
 
 namespace norvane {
 namespace {
@@ -40,7 +43,8 @@ class TemplateRulesTest : public KitFixture {
 
     static Failure caching(const std::shared_ptr<NVESEnvelopeTemplate>& wire) {
         Failure error;
-        EXPECT_EQ(NVMTemplatesHandler::canCacheEnvelopeTemplate(*wire, &error), !error);
+        const bool canCache = NVMTemplatesHandler::canCacheEnvelopeTemplate(*wire, &error);
+        EXPECT_EQ(canCache, !error);
         return error;
     }
     static std::string reason(const Failure& error) { return error ? error->failureReason() : ""; }
@@ -123,6 +127,21 @@ TEST_F(TemplateRulesTest, WantRecipientsOfOneRoleToBeAlike) {
               "TEMPLATE_CONFLICTING_ROLE_NAME");
     EXPECT_EQ(cachingReason(made({{"signers", Array{signer()}}, {"inPersonSigners", Array{signer()}}})),
               "TEMPLATE_CONFLICTING_ROLE_NAME");
+}
+
+TEST_F(TemplateRulesTest, WantAValueInEveryRequiredCustomField) {
+    auto wire = ofSigner(signer());
+    EXPECT_EQ(anyCustomFieldWithoutValue(*wire, nullptr), std::nullopt);
+    wire->customFields = *readRecord<NVESCustomFields>(
+        R"({"textCustomFields":[{"name":"Branch","required":"true"},{"name":"Note","required":"false"}]})");
+    EXPECT_EQ(reason(anyCustomFieldWithoutValue(*wire, nullptr)),
+              "TEMPLATE_HAS_UNSUPPORTED_TEXT_CUSTOMFIELDS");
+    NVMCustomFields given;
+    given.textCustomFields.emplace().push_back(std::make_shared<NVMTextCustomField>());
+    given.textCustomFields->front()->name = "Branch";
+    EXPECT_TRUE(anyCustomFieldWithoutValue(*wire, &given));
+    given.textCustomFields->front()->value = "North";
+    EXPECT_EQ(anyCustomFieldWithoutValue(*wire, &given), std::nullopt);
 }
 
 TEST_F(TemplateRulesTest, OfTheManagerNeedASignedInKitAndNameCertificates) {

@@ -12,6 +12,7 @@ namespace norvane {
 struct NVESDocument;
 struct NVESEnvelopeTemplate;
 struct NVMCustomFields;
+struct NVMEnvelopeTemplate;
 
 // The tables behind the template rules: names of wire properties.
 
@@ -44,6 +45,14 @@ std::optional<NVMError> anyInvalidOfflineRecipientInTemplate(const NVESEnvelopeT
 std::optional<NVMError> anyInvalidOnlineRecipientInTemplate(const NVESEnvelopeTemplate& envelopeTemplate);
 /// A required list custom field without a value.
 std::optional<NVMError> anyInvalidListCustomFieldInTemplate(const NVESEnvelopeTemplate& envelopeTemplate);
+
+// Whether the envelope that the host's custom fields would make has a value in every required one: the
+// template's own or the host's of that name. `userDefined` may be null: nothing is given. The text fields are
+// tested first; the error says which kind lacks a value.
+std::optional<NVMError> anyCustomFieldWithoutValue(const NVMEnvelopeTemplate& envelopeTemplate,
+                                                   const NVMCustomFields* userDefined);
+std::optional<NVMError> anyCustomFieldWithoutValue(const NVESEnvelopeTemplate& envelopeTemplate,
+                                                   const NVMCustomFields* userDefined);
 
 /// Rules that `NVMTemplatesManager::canCacheEnvelopeTemplate` tests ahead of the rest: signers that need a
 /// digital certificate, in-person roles, signing groups, conflicting roles.

@@ -113,7 +113,7 @@ Image NVMPTNPDFImageAnnotation::drawnLook() const {
     look.isHighlighted = isHighlighted();
     look.isErroneous = isErroneous();
     look.isChecked = tab().selected;
-    return drawTabLook(tab().type, look, std::max(kPrintScale, Platform::current().displayScale));
+    return tabLook(tab().type, look, std::max(kPrintScale, Platform::current().displayScale));
 }
 
 } // namespace norvane

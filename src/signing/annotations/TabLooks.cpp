@@ -7,11 +7,15 @@
 #include <norvane/platform/Platform.h>
 
 #include "src/signature/CairoCanvas.h"
+#include "src/signing/annotations/LookCache.h"
 
 namespace norvane {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
+constexpr const char* kSignKey = "Tagging.TagName.Sign";
+constexpr const char* kInitialKey = "Tagging.TagName.Initial";
+constexpr const char* kOptionalKey = "Tagging.Optional";
 
 constexpr Color hex(unsigned rgb) {
     return {(rgb >> 16 & 0xFF) / 255.0, (rgb >> 8 & 0xFF) / 255.0, (rgb & 0xFF) / 255.0, 1};
@@ -132,16 +136,16 @@ void drawBadge(CairoCanvas& canvas, const TabLook& look, const char* labelKey) {
     } else {
         drawText(canvas, strings.text(labelKey), {inside.x, inside.y + height * 0.08, inside.width, height * 0.5},
                  scheme.label, kBoldFont, height * 0.42);
-        drawText(canvas, strings.text("Tagging.Optional"),
+        drawText(canvas, strings.text(kOptionalKey),
                  {inside.x, inside.y + height * 0.56, inside.width, height * 0.32}, scheme.label, kBoldFont,
                  height * 0.27);
     }
 }
 
-void drawSignHere(CairoCanvas& canvas, const TabLook& look) { drawBadge(canvas, look, "Tagging.TagName.Sign"); }
+void drawSignHere(CairoCanvas& canvas, const TabLook& look) { drawBadge(canvas, look, kSignKey); }
 
 void drawInitialHere(CairoCanvas& canvas, const TabLook& look) {
-    drawBadge(canvas, look, "Tagging.TagName.Initial");
+    drawBadge(canvas, look, kInitialKey);
 }
 
 /// A red dot in the corner of a field that waits for a choice.
@@ -190,8 +194,6 @@ void drawRadio(CairoCanvas& canvas, const TabLook& look) {
     cairo_fill(context);
 }
 
-} // namespace
-
 Image drawTabLook(NVMTagType type, const TabLook& look, double scale) {
     CairoCanvas canvas(look.size, scale);
     switch (type) {
@@ -202,6 +204,26 @@ Image drawTabLook(NVMTagType type, const TabLook& look, double scale) {
     default: break;
     }
     return canvas.image();
+}
+
+/// Everything that a look depends on, the texts of the user's language included.
+std::string keyOf(NVMTagType type, const TabLook& look, double scale) {
+    const StringTable& strings = *Platform::current().strings;
+    std::string key = strings.text(kSignKey) + '\n' + strings.text(kInitialKey) + '\n' + strings.text(kOptionalKey);
+    for (const double number : {static_cast<double>(type), scale, look.size.width, look.size.height, look.frame.x,
+                                look.frame.y, look.strokeWidth, look.highlightWidth})
+        key += '\n' + std::to_string(number);
+    for (const bool flag :
+         {look.isEditable, look.isRequired, look.isHighlighted, look.isErroneous, look.isChecked})
+        key += flag ? '1' : '0';
+    return key;
+}
+
+} // namespace
+
+Image tabLook(NVMTagType type, const TabLook& look, double scale) {
+    static LookCache cache;
+    return cache.image(keyOf(type, look, scale), [&] { return drawTabLook(type, look, scale); });
 }
 
 } // namespace norvane

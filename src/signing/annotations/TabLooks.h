@@ -20,7 +20,7 @@ struct TabLook {
 };
 
 /// The look of a tab without an image: sign here, initial here, check box or radio button; an empty image of
-/// that size for other types.
-Image drawTabLook(NVMTagType type, const TabLook& look, double scale);
+/// that size for other types. Equal looks share one buffer. Any thread.
+Image tabLook(NVMTagType type, const TabLook& look, double scale);
 
 } // namespace norvane
