@@ -1,7 +1,7 @@
-#include <cstdlib>
-
 #include <norvane/pdf/PdfDocument.h>
 #include <norvane/pdf/PdfError.h>
+
+#include <cstdlib>
 
 using namespace norvane;
 
@@ -28,7 +28,8 @@ void use(PdfDocument& document) {
 
 } // namespace
 
-/// Any bytes open as a document that can be signed, joined and opened again, or end in the engine's own error.
+/// Any bytes open as a document that can be signed, joined and opened again, or end in the engine's own
+/// error.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     auto opened = PdfDocument::open(Data(bytes, size));
     if (!opened) {

@@ -1,7 +1,7 @@
-#include <cstdlib>
-
 #include <norvane/signature/Image.h>
 #include <norvane/signature/NVMSignatureCleanup.h>
+
+#include <cstdlib>
 
 using namespace norvane;
 

@@ -1,6 +1,6 @@
 #include "sandbox/HttpServer.h"
 
-#include "sandbox/Json.h"
+#include "sandbox/FaultAnswer.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
@@ -34,14 +34,10 @@ using Parser = http::request_parser<http::string_body>;
 using boost::system::error_code;
 
 constexpr auto kHandshakeTime = std::chrono::seconds(30);
+constexpr auto kGoodbyeTime = std::chrono::seconds(5);
 constexpr auto kIdleTime = std::chrono::minutes(5);
 constexpr std::uint32_t kMaximumHeaderBytes = 65'536;
 constexpr unsigned kThreads = 4;
-constexpr std::string_view kPortalPage =
-    "<!DOCTYPE html><html><head><title>Welcome to Guest Wi-Fi</title></head><body><h1>Welcome</h1>"
-    "<p>Please accept the terms of use to go online.</p><form method=\"post\" action=\"/accept\">"
-    "<button>Connect</button></form></body></html>";
-
 Request headOf(const Parser& parser, bool fromLoopback) {
     const auto& message = parser.get();
     Request head;
@@ -63,16 +59,6 @@ std::string serialized(const Answer& answer, bool keepAlive, bool withBody) {
         text.append(name).append(": ").append(value).append("\r\n");
     text += keepAlive ? "Connection: keep-alive\r\n\r\n" : "Connection: close\r\n\r\n";
     return withBody ? text + answer.body : text;
-}
-
-Answer faultAnswer(const Fault& fault) {
-    if (fault.kind == Fault::Kind::Portal)
-        return {200, "text/html; charset=utf-8", std::string(kPortalPage), {}};
-    Answer answer = errorAnswer(fault.status, "FAULT_REQUESTED", "This answer was asked for as a fault.");
-    if (fault.body.empty()) return answer;
-    answer.body = fault.body;
-    if (!parseJson(fault.body).ok()) answer.contentType = "text/html; charset=utf-8";
-    return answer;
 }
 
 /// One connection, from its handshake to its end.
@@ -102,6 +88,16 @@ class Connection {
   private:
     beast::tcp_stream& lowest() { return beast::get_lowest_layer(stream_); }
 
+    /// What becomes of a request once it has had its effect.
+    struct Outcome {
+        enum class End { Answer, Reset, Hang };
+        End end = End::Reset;
+        std::string text; ///< of the answer, as much of it as is to be sent
+        int status = 0;
+        bool keepAlive = false;
+        bool orderly = true; ///< the connection's end is announced to the peer
+    };
+
     /// True when the connection may serve another request.
     asio::awaitable<bool> serveOne() {
         Parser parser;
@@ -111,47 +107,60 @@ class Connection {
         lowest().expires_after(kIdleTime);
         co_await http::async_read_header(stream_, buffer_, parser,
                                          asio::redirect_error(asio::use_awaitable, error));
-        if (error) co_return co_await refuse(error);
+        if (error) {
+            co_await refuse(error);
+            co_return false;
+        }
         Request request = headOf(parser, fromLoopback_);
         splitTarget(request);
         const HttpHandler::Plan plan = handler_.begin(request);
         request.number = plan.number;
-        int status = 0;
         Fault none;
         none.kind = Fault::Kind::None;
-        const bool keep = co_await exchange(parser, request, plan.fault.value_or(none), status);
-        handler_.finished(plan, request, bodyBytes_, status);
-        if (hangs_) co_await waitForPeer();
+        const Outcome outcome = co_await outcomeOf(parser, request, plan.fault.value_or(none));
+        handler_.finished(plan, request, bodyBytes_, outcome.status);
+        const bool keep = co_await conclude(outcome);
         co_return keep;
     }
 
-    asio::awaitable<bool> exchange(Parser& parser, Request& request, Fault fault, int& status) {
+    asio::awaitable<Outcome> outcomeOf(Parser& parser, Request& request, Fault fault) {
         using Kind = Fault::Kind;
-        if (!co_await readBody(parser, fault)) co_return false;
+        Outcome outcome;
+        const bool whole = co_await readBody(parser, fault);
+        if (!whole) co_return outcome;
         request.body = std::move(parser.get().body());
         if (fault.delay.count() > 0) co_await pause(fault.delay);
-        hangs_ = fault.kind == Kind::Hang || fault.kind == Kind::ApplyThenHang;
-        if (fault.kind == Kind::Hang) co_return false;
+        if (fault.kind == Kind::Hang || fault.kind == Kind::ApplyThenHang) outcome.end = Outcome::End::Hang;
+        if (fault.kind == Kind::Hang) co_return outcome;
         const bool bad = fault.kind == Kind::Status || fault.kind == Kind::Portal;
-        const Answer answer = bad ? faultAnswer(fault) : handler_.handle(request);
-        if (fault.kind == Kind::ApplyThenClose) reset();
-        if (fault.kind == Kind::ApplyThenClose || hangs_) co_return false;
-        const bool keepAlive = parser.get().keep_alive() && fault.kind != Kind::CutAnswer;
-        std::string text = serialized(answer, keepAlive, request.method != "HEAD");
-        if (fault.kind == Kind::CutAnswer) text.resize(std::min<std::size_t>(text.size(), fault.bytes));
-        status = answer.status;
-        if (!co_await send(text)) co_return false;
-        if (!keepAlive && fault.kind != Kind::CutAnswer) co_await sayGoodbye();
-        co_return keepAlive;
+        const Answer answer = bad ? answerOf(fault) : handler_.handle(request);
+        if (fault.kind == Kind::ApplyThenClose || fault.kind == Kind::ApplyThenHang) co_return outcome;
+        outcome.end = Outcome::End::Answer;
+        outcome.status = answer.status;
+        outcome.orderly = fault.kind != Kind::CutAnswer;
+        outcome.keepAlive = parser.get().keep_alive() && outcome.orderly;
+        outcome.text = serialized(answer, outcome.keepAlive, request.method != "HEAD");
+        if (!outcome.orderly) outcome.text.resize(std::min<std::size_t>(outcome.text.size(), fault.bytes));
+        co_return outcome;
     }
 
-    /// False when the connection ended, or was cut on purpose, before the body was whole.
+    asio::awaitable<bool> conclude(const Outcome& outcome) {
+        if (outcome.end == Outcome::End::Reset) reset();
+        lowest().expires_never();
+        if (outcome.end == Outcome::End::Hang) co_await waitForPeer();
+        if (outcome.end != Outcome::End::Answer) co_return false;
+        const bool sent = co_await send(outcome.text);
+        if (sent && !outcome.keepAlive && outcome.orderly) co_await sayGoodbye();
+        co_return sent&& outcome.keepAlive;
+    }
+
+    /// False when the connection ended, or is to be cut, before the body was whole.
     asio::awaitable<bool> readBody(Parser& parser, const Fault& fault) {
         const bool cuts = fault.kind == Fault::Kind::CutRequest;
         bodyBytes_ = 0;
         const auto expect = parser.get().find(http::field::expect);
         const bool asked = expect != parser.get().end() && beast::iequals(expect->value(), "100-continue");
-        if (asked && !co_await send("HTTP/1.1 100 Continue\r\n\r\n")) co_return false;
+        if (asked) co_await send("HTTP/1.1 100 Continue\r\n\r\n");
         error_code error;
         while (!error && !parser.is_done() && !(cuts && bodyBytes_ >= fault.bytes)) {
             lowest().expires_after(kIdleTime);
@@ -159,7 +168,6 @@ class Connection {
                                            asio::redirect_error(asio::use_awaitable, error));
             bodyBytes_ = parser.get().body().size();
         }
-        if (cuts) reset();
         co_return !error && !cuts;
     }
 
@@ -171,15 +179,18 @@ class Connection {
         co_return !error;
     }
 
-    asio::awaitable<bool> refuse(error_code error) {
-        if (error == http::error::body_limit)
-            co_await send(
-                serialized(errorAnswer(413, "REQUEST_TOO_LARGE", "The body is too large."), false, true));
-        else if (error.category() == http::make_error_code(http::error::end_of_stream).category() &&
-                 error != http::error::end_of_stream && error != http::error::partial_message)
-            co_await send(serialized(errorAnswer(400, "MALFORMED_REQUEST", error.message()), false, true));
-        co_await sayGoodbye();
-        co_return false;
+    /// Answers what cannot be read as a request. A peer that is still sending would lose the answer to a
+    /// reset, so it gets time to stop.
+    asio::awaitable<void> refuse(error_code error) {
+        Answer answer = errorAnswer(400, "MALFORMED_REQUEST", error.message());
+        const bool tooLarge = error == http::error::body_limit;
+        if (tooLarge) answer = errorAnswer(413, "REQUEST_TOO_LARGE", "The body is too large.");
+        const bool ended = error == http::error::end_of_stream || error == http::error::partial_message;
+        const auto& category = http::make_error_code(http::error::end_of_stream).category();
+        if (ended || error.category() != category) co_return;
+        co_await send(serialized(answer, false, true));
+        lowest().expires_after(kGoodbyeTime);
+        co_await waitForPeer();
     }
 
     asio::awaitable<void> pause(std::chrono::milliseconds time) {
@@ -189,10 +200,10 @@ class Connection {
         co_await timer_.async_wait(asio::redirect_error(asio::use_awaitable, error));
     }
 
+    /// Reads and forgets what the peer still sends, until it closes or the time set before is over.
     asio::awaitable<void> waitForPeer() {
         error_code error;
-        lowest().expires_never();
-        char ignored[256];
+        char ignored[16'384];
         while (!error)
             co_await stream_.async_read_some(asio::buffer(ignored),
                                              asio::redirect_error(asio::use_awaitable, error));
@@ -200,7 +211,7 @@ class Connection {
 
     asio::awaitable<void> sayGoodbye() {
         error_code error;
-        lowest().expires_after(std::chrono::seconds(2));
+        lowest().expires_after(kGoodbyeTime);
         co_await stream_.async_shutdown(asio::redirect_error(asio::use_awaitable, error));
     }
 
@@ -218,7 +229,6 @@ class Connection {
     std::uint64_t maximumBody_;
     std::uint64_t bodyBytes_ = 0;
     bool fromLoopback_ = false;
-    bool hangs_ = false;
 };
 
 asio::awaitable<void> converse(tcp::socket socket, asio::ssl::context& tls, HttpHandler& handler,
@@ -246,9 +256,6 @@ class HttpServer::Listener {
         acceptor_.bind(endpoint);
         acceptor_.listen();
         port_ = acceptor_.local_endpoint().port();
-        asio::co_spawn(context_, accept(), asio::detached);
-        for (unsigned index = 0; index < kThreads; ++index)
-            threads_.emplace_back([this] { context_.run(); });
     }
     ~Listener() {
         context_.stop();

@@ -24,9 +24,9 @@ class HttpHandler {
     virtual Plan begin(const Request& head) = 0;
     /// The whole request is there, and no fault stands before its effect.
     virtual Answer handle(const Request& request) = 0;
-    /// Once for every begin(), unless the server ends before: `status` is the answer's, 0 when none was sent;
-    /// `bodySize` counts the bytes of the body that were read, `request.body` is empty when the request was
-    /// cut off.
+    /// Once for every begin(), before the peer sees how it ended, unless the server ends before: `status` is
+    /// that of the answer about to be sent, 0 for none; `bodySize` counts the bytes of the body that were
+    /// read, `request.body` is empty when the request was cut off.
     virtual void finished(const Plan& plan, const Request& request, std::uint64_t bodySize, int status) = 0;
 };
 

@@ -21,8 +21,8 @@ struct LoggedRequest {
     std::uint64_t bodySize = 0; ///< bytes of the body that were read
     std::string body;           ///< kept when it has at most 65,536 bytes
     std::string fault;          ///< kind of the fault that hit it; empty for none
-    bool finished = false;      ///< answered, cut off, or left to hang for ever
-    int status = 0;             ///< of the answer; 0 when none was sent
+    bool finished = false;      ///< about to be answered, cut off, or left to hang
+    int status = 0;             ///< of the answer; 0 for none
 };
 
 /// The last 10,000 requests, in the order in which their headers arrived; those to administer the service

@@ -12,6 +12,9 @@ namespace dom = simdjson::dom;
 /// Parsers above this size are not kept for the next document.
 constexpr std::size_t kKeptCapacity = std::size_t{4} << 20;
 
+/// Answers that hold passwords are short; those do not stay readable in what is kept.
+constexpr std::size_t kCleansedSize = std::size_t{64} << 10;
+
 /// The parser refuses integers beyond 64 bits, but takes any decimal number. An exponent that nobody writes
 /// turns the one into the other and is recognised again.
 constexpr std::string_view kLongIntegerMark = "e+000000";
@@ -61,9 +64,16 @@ JsonCursor::JsonCursor(std::string_view text)
     , parser_(parserOfThread()) {}
 
 JsonCursor::~JsonCursor() {
-    if (parser_.capacity() <= kKeptCapacity) return;
-    parser_ = dom::parser();
-    bufferOfThread() = std::string();
+    if (parser_.capacity() > kKeptCapacity) {
+        parser_ = dom::parser();
+        bufferOfThread() = std::string();
+    } else if (text_.size() <= kCleansedSize && parser_.doc.string_buf) {
+        std::string& buffer = bufferOfThread();
+        std::fill(buffer.begin(), buffer.end(), '\0');
+        // A string takes four more bytes there than it has, and two quotes and a comma less.
+        const std::size_t size = std::min(text_.size(), parser_.doc.capacity());
+        std::fill_n(parser_.doc.string_buf.get(), size * 5 / 3, std::uint8_t{0});
+    }
 }
 
 std::optional<dom::element> JsonCursor::root() {

@@ -13,9 +13,16 @@ namespace norvane {
 std::uint64_t NVESEnvelopesApi::createEnvelopeWithCompletionBlock(
     const Text& accountId, const NVESEnvelopeDefinition& envelopeDefinition,
     NVESRecordCompletion<NVESEnvelopeSummary> completionHandler) const {
+    return createEnvelopeWithCompletionBlock(accountId, envelopeDefinition, {}, std::move(completionHandler));
+}
+
+std::uint64_t NVESEnvelopesApi::createEnvelopeWithCompletionBlock(
+    const Text& accountId, const NVESEnvelopeDefinition& envelopeDefinition,
+    const NVESEnvelopesApi_CreateEnvelopeOptions& options,
+    NVESRecordCompletion<NVESEnvelopeSummary> completionHandler) const {
     constexpr Operation operation{"createEnvelope", "POST", "/v2/accounts/{accountId}/envelopes",
                                   "NVESEnvelopeSummary"};
-    return perform(operation, {.path = {&accountId}, .body = writeRecord(envelopeDefinition)},
+    return perform(operation, {{&accountId}, &options.type(), &options, writeRecord(envelopeDefinition)},
                    typed(std::move(completionHandler)));
 }
 

@@ -8,7 +8,7 @@ namespace {
 void adoptRadios(const NVMRadioGroup&, NVMRadioGroup& copy) { copy.adoptRadios(); }
 
 constexpr ConversionRule kRules[] = {
-    {&NVMRadioGroup::type, &NVMRadioGroup::type, {}, {}, true, &Then<adoptRadios>::apply},
+    {&NVMRadioGroup::type, &NVMRadioGroup::type, {}, {}, &Then<adoptRadios>::apply},
 };
 
 } // namespace

@@ -52,8 +52,7 @@ bool contains(std::span<const std::string_view> names, std::string_view name) {
 }
 
 bool passesOver(const ConversionRule& rule, std::string_view name) {
-    return !rule.likeNamed || contains(rule.except, name) ||
-           (!rule.only.empty() && !contains(rule.only, name));
+    return contains(rule.except, name) || (!rule.only.empty() && !contains(rule.only, name));
 }
 
 } // namespace

@@ -15,7 +15,6 @@ struct ConversionRule {
     const RecordType& (*to)();
     std::span<const std::string_view> only = {};   ///< unless empty, no other like-named fields are copied
     std::span<const std::string_view> except = {}; ///< like-named fields that are left alone
-    bool likeNamed = true;                         ///< false: `then` does everything
     void (*then)(const void* from, void* to) = nullptr; ///< runs after the like-named fields
 };
 

@@ -1,12 +1,12 @@
 #include "src/pdf/BoundedInflate.h"
 
-#include <array>
-#include <optional>
-#include <string>
+#include "src/pdf/PdfErrors.h"
 
 #include <zlib.h>
 
-#include "src/pdf/PdfErrors.h"
+#include <array>
+#include <optional>
+#include <string>
 
 namespace norvane {
 namespace {

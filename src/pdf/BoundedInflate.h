@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstddef>
-#include <string_view>
+#include <norvane/platform/Result.h>
 
 #include <qpdf/QPDFObjectHandle.hh>
 
-#include <norvane/platform/Result.h>
+#include <cstddef>
+#include <string_view>
 
 namespace norvane {
 

@@ -6,11 +6,16 @@
 
 namespace norvane {
 
-ContentStream& ContentStream::number(double value) {
+std::string pdfNumber(double value) {
     std::array<char, 400> digits{};
     const double rounded = std::isfinite(value) ? std::round(value * 10'000) / 10'000 + 0.0 : 0;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), rounded, std::chars_format::fixed);
-    text_.append(digits.data(), end.ptr);
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), rounded, std::chars_format::fixed);
+    return {digits.data(), end.ptr};
+}
+
+ContentStream& ContentStream::number(double value) {
+    text_ += pdfNumber(value);
     text_ += ' ';
     return *this;
 }
@@ -28,7 +33,9 @@ void ContentStream::strokeColor(const Color& color) {
     number(color.red).number(color.green).number(color.blue).op("RG");
 }
 
-void ContentStream::rectangle(const Rect& r) { number(r.x).number(r.y).number(r.width).number(r.height).op("re"); }
+void ContentStream::rectangle(const Rect& r) {
+    number(r.x).number(r.y).number(r.width).number(r.height).op("re");
+}
 
 void ContentStream::roundedRectangle(const Rect& r, double radiusX, double radiusY) {
     constexpr double kArc = 0.5522847498; // control points of a curve that passes for a quarter circle

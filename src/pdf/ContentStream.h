@@ -1,11 +1,14 @@
 #pragma once
 
+#include <norvane/platform/Geometry.h>
+
 #include <string>
 #include <string_view>
 
-#include <norvane/platform/Geometry.h>
-
 namespace norvane {
+
+/// The number with up to four decimals, independent of the locale; 0 for what is no finite number.
+std::string pdfNumber(double value);
 
 /// The operators of a content stream, in the PDF's own coordinates (y upwards).
 class ContentStream {
@@ -13,9 +16,8 @@ class ContentStream {
     void save() { raw("q\n"); }
     void restore() { raw("Q\n"); }
     void raw(std::string_view operators) { text_ += operators; }
-    /// A number with up to four decimals, then a blank.
-    ContentStream& number(double value);
-    void op(std::string_view name); ///< an operator, after its numbers
+    ContentStream& number(double value); ///< and a blank
+    void op(std::string_view name);      ///< an operator, after its numbers
 
     void fillColor(const Color& color);
     void strokeColor(const Color& color);

@@ -1,12 +1,12 @@
-#include <algorithm>
-#include <set>
-
-#include <norvane/pdf/PdfDocument.h>
-
 #include "src/pdf/BoundedInflate.h"
 #include "src/pdf/CrossReferenceSection.h"
 #include "src/pdf/InputBounds.h"
 #include "src/pdf/PdfErrors.h"
+
+#include <norvane/pdf/PdfDocument.h>
+
+#include <algorithm>
+#include <set>
 
 namespace norvane {
 namespace {
@@ -17,7 +17,8 @@ constexpr std::size_t kMaximumSections = 10'000;
 /// section gives an object, and which objects are said to hold others.
 class CrossReferenceWalk {
   public:
-    explicit CrossReferenceWalk(std::string_view file) : reader_(file) {}
+    explicit CrossReferenceWalk(std::string_view file)
+        : reader_(file) {}
 
     Failure run() {
         std::vector<std::size_t> pending{reader_.startOfNewest()};

@@ -1,18 +1,18 @@
 #include "src/pdf/CrossReferenceSection.h"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
-#include <limits>
-#include <stdexcept>
+#include "src/pdf/PdfErrors.h"
+
+#include <norvane/pdf/PdfDocument.h>
 
 #include <qpdf/Buffer.hh>
 #include <qpdf/BufferInputSource.hh>
 #include <qpdf/QPDFTokenizer.hh>
 
-#include <norvane/pdf/PdfDocument.h>
-
-#include "src/pdf/PdfErrors.h"
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <stdexcept>
 
 namespace norvane {
 namespace {
@@ -24,7 +24,8 @@ bool isSpace(char c) {
 }
 
 std::size_t skipSpace(std::string_view text, std::size_t position) {
-    while (position < text.size() && isSpace(text[position])) ++position;
+    while (position < text.size() && isSpace(text[position]))
+        ++position;
     return position;
 }
 
@@ -74,7 +75,8 @@ std::vector<std::pair<std::size_t, std::size_t>> rangesOf(QPDFObjectHandle dicti
 
 } // namespace
 
-CrossReferenceReader::CrossReferenceReader(std::string_view file) : scratch_(QPDF::create()) {
+CrossReferenceReader::CrossReferenceReader(std::string_view file)
+    : scratch_(QPDF::create()) {
     const std::size_t header = file.substr(0, 1024).find("%PDF-");
     if (header == std::string_view::npos) throw std::runtime_error("can't find PDF header");
     file_ = file.substr(header);
@@ -86,7 +88,8 @@ std::size_t CrossReferenceReader::startOfNewest() const {
     const std::size_t tail = file_.size() > kTailBytes ? file_.size() - kTailBytes : 0;
     std::size_t position = file_.rfind("startxref");
     std::size_t start = 0;
-    if (position == std::string_view::npos || position < tail) throw std::runtime_error("can't find startxref");
+    if (position == std::string_view::npos || position < tail)
+        throw std::runtime_error("can't find startxref");
     position += std::string_view("startxref").size();
     if (!readNumber(file_, position, start)) throw std::runtime_error("startxref without position");
     return start;
@@ -116,7 +119,8 @@ CrossReferenceSection CrossReferenceReader::readTable(std::size_t position) cons
         }
     }
     const std::size_t trailer = skipSpace(file_, position);
-    if (file_.substr(trailer, 7) != "trailer") throw std::runtime_error("cross-reference table without trailer");
+    if (file_.substr(trailer, 7) != "trailer")
+        throw std::runtime_error("cross-reference table without trailer");
     std::size_t end = 0;
     readLinks(parse(trailer + 7, end), section);
     return section;
@@ -133,14 +137,16 @@ CrossReferenceSection CrossReferenceReader::readStream(std::size_t position) con
     const auto widths = widthsOf(object.dictionary);
     // A predictor takes one byte a row more.
     const std::size_t rowBytes = widths[0] + widths[1] + widths[2] + 1;
-    section.failure = checkInflatedSize(object.dictionary, raw, PdfDocument::kMaximumObjects * rowBytes).failure;
+    section.failure =
+        checkInflatedSize(object.dictionary, raw, PdfDocument::kMaximumObjects * rowBytes).failure;
     if (section.failure) return section;
 
     QPDFObjectHandle stream = scratch_->newStream();
     stream.replaceStreamData(std::string(raw), object.dictionary.getKey("/Filter"),
                              object.dictionary.getKey("/DecodeParms"));
     const auto data = stream.getStreamData(qpdf_dl_generalized);
-    readEntries(object.dictionary, {reinterpret_cast<const char*>(data->getBuffer()), data->getSize()}, section);
+    readEntries(object.dictionary, {reinterpret_cast<const char*>(data->getBuffer()), data->getSize()},
+                section);
     readLinks(object.dictionary, section);
     return section;
 }

@@ -1,15 +1,15 @@
 #pragma once
 
-#include <memory>
-#include <string_view>
-#include <vector>
+#include "src/pdf/BoundedInflate.h"
+
+#include <norvane/platform/Result.h>
 
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
 
-#include <norvane/platform/Result.h>
-
-#include "src/pdf/BoundedInflate.h"
+#include <memory>
+#include <string_view>
+#include <vector>
 
 namespace norvane {
 
@@ -47,7 +47,8 @@ class CrossReferenceReader {
 
     CrossReferenceSection readTable(std::size_t position) const;
     CrossReferenceSection readStream(std::size_t position) const;
-    void readEntries(QPDFObjectHandle dictionary, std::string_view data, CrossReferenceSection& section) const;
+    void readEntries(QPDFObjectHandle dictionary, std::string_view data,
+                     CrossReferenceSection& section) const;
     static void readLinks(QPDFObjectHandle dictionary, CrossReferenceSection& section);
     StreamObject objectAt(std::size_t position) const;
     QPDFObjectHandle parse(std::size_t position, std::size_t& end) const;

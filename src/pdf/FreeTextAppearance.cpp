@@ -1,17 +1,11 @@
 #include "src/pdf/FreeTextAppearance.h"
 
-#include <algorithm>
-
 #include "src/pdf/HelveticaWidths.h"
+
+#include <algorithm>
 
 namespace norvane {
 namespace {
-
-QPDFObjectHandle numbers(std::initializer_list<double> values) {
-    QPDFObjectHandle array = QPDFObjectHandle::newArray();
-    for (const double value : values) array.appendItem(QPDFObjectHandle::newReal(value, 4, true));
-    return array;
-}
 
 /// The font with its widths spelled out, so that a stand-in for it keeps the same spacing.
 QPDFObjectHandle helveticaOf(PdfDocument::State& document) {
@@ -76,12 +70,13 @@ bool drawText(ContentStream& content, const PdfAnnotation::State& state, const S
 
 void writeEntries(PdfAnnotation::State& state) {
     const Color& fill = state.fillColor;
-    state.object.replaceKey("/C", fill.alpha > 0 ? numbers({fill.red, fill.green, fill.blue}) : numbers({}));
+    state.object.replaceKey("/C",
+                            fill.alpha > 0 ? pdfNumbers({fill.red, fill.green, fill.blue}) : pdfNumbers({}));
     QPDFObjectHandle border = QPDFObjectHandle::parse("<< /Type /Border /S /S >>");
-    border.replaceKey("/W", QPDFObjectHandle::newReal(state.border.width, 4, true));
+    border.replaceKey("/W", QPDFObjectHandle::newReal(pdfNumber(state.border.width)));
     state.object.replaceKey("/BS", border);
-    state.object.replaceKey("/Border", numbers({state.border.horizontalCornerRadius,
-                                                state.border.verticalCornerRadius, state.border.width}));
+    state.object.replaceKey("/Border", pdfNumbers({state.border.horizontalCornerRadius,
+                                                   state.border.verticalCornerRadius, state.border.width}));
     ContentStream appearance;
     appearance.strokeColor(state.lineColor);
     appearance.fillColor(state.textColor);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <string>
-
 #include "src/pdf/State.h"
 #include "src/pdf/TextLayout.h"
+
+#include <string>
 
 namespace norvane {
 

@@ -1,7 +1,7 @@
-#include <qpdf/QUtil.hh>
-
 #include "src/pdf/HelveticaWidths.h"
 #include "src/pdf/TextFace.h"
+
+#include <qpdf/QUtil.hh>
 
 namespace norvane {
 namespace {
@@ -16,7 +16,8 @@ class HelveticaFace final : public TextFace {
   public:
     double width(const std::string& text) const override {
         double sum = 0;
-        for (const char byte : encoded(text)) sum += helveticaWidth(static_cast<unsigned char>(byte));
+        for (const char byte : encoded(text))
+            sum += helveticaWidth(static_cast<unsigned char>(byte));
         return sum;
     }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string_view>
+#include <norvane/platform/Result.h>
 
 #include <qpdf/QPDF.hh>
 
-#include <norvane/platform/Result.h>
+#include <string_view>
 
 namespace norvane {
 

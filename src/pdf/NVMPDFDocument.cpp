@@ -16,7 +16,8 @@ NVMPDFDocument NVMPDFDocument::documentWithData(const Data& data,
     const std::size_t pages = document.document_->pageCount();
     const auto sum = std::accumulate(sourcePageCounts.begin(), sourcePageCounts.end(), std::size_t{0});
     if (sum == pages) {
-        for (const std::size_t count : sourcePageCounts) document.providers_.push_back({count});
+        for (const std::size_t count : sourcePageCounts)
+            document.providers_.push_back({count});
     } else {
         document.providers_.push_back({pages});
     }

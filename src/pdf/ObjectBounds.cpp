@@ -1,12 +1,12 @@
-#include <set>
-#include <vector>
-
-#include <qpdf/QPDFObjectHandle.hh>
+#include "src/pdf/InputBounds.h"
+#include "src/pdf/PdfErrors.h"
 
 #include <norvane/pdf/PdfDocument.h>
 
-#include "src/pdf/InputBounds.h"
-#include "src/pdf/PdfErrors.h"
+#include <qpdf/QPDFObjectHandle.hh>
+
+#include <set>
+#include <vector>
 
 namespace norvane {
 namespace {
@@ -84,7 +84,8 @@ class ReferenceDepth {
             // Copying stops at other pages and at the page tree.
             if (!isTop && (object.isPagesObject() || object.isPageObject())) return;
             QPDFObjectHandle dictionary = object.isStream() ? object.getDict() : object;
-            for (const std::string& key : dictionary.getKeys()) level.children.push_back(dictionary.getKey(key));
+            for (const std::string& key : dictionary.getKeys())
+                level.children.push_back(dictionary.getKey(key));
         }
         if (!level.children.empty()) path_.push_back(std::move(level));
     }

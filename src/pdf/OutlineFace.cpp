@@ -1,13 +1,13 @@
-#include <array>
-#include <memory>
-#include <vector>
+#include "src/pdf/TextFace.h"
 
 #include <cairo.h>
 #include <unicode/ubidi.h>
 #include <unicode/unistr.h>
 #include <unicode/ushape.h>
 
-#include "src/pdf/TextFace.h"
+#include <array>
+#include <memory>
+#include <vector>
 
 namespace norvane {
 namespace {
@@ -23,10 +23,9 @@ icu::UnicodeString inVisualOrder(const std::string& line) {
     UErrorCode status = U_ZERO_ERROR;
     icu::UnicodeString shaped;
     const int32_t shapedCapacity = logical.length() * 2 + 16;
-    const int32_t shapedLength =
-        u_shapeArabic(logical.getBuffer(), logical.length(), shaped.getBuffer(shapedCapacity), shapedCapacity,
-                      U_SHAPE_LETTERS_SHAPE | U_SHAPE_TEXT_DIRECTION_LOGICAL | U_SHAPE_LENGTH_GROW_SHRINK,
-                      &status);
+    const int32_t shapedLength = u_shapeArabic(
+        logical.getBuffer(), logical.length(), shaped.getBuffer(shapedCapacity), shapedCapacity,
+        U_SHAPE_LETTERS_SHAPE | U_SHAPE_TEXT_DIRECTION_LOGICAL | U_SHAPE_LENGTH_GROW_SHRINK, &status);
     shaped.releaseBuffer(U_SUCCESS(status) ? shapedLength : 0);
     if (U_FAILURE(status)) return logical;
 
@@ -34,9 +33,8 @@ icu::UnicodeString inVisualOrder(const std::string& line) {
     ubidi_setPara(bidi.get(), shaped.getBuffer(), shaped.length(), UBIDI_DEFAULT_LTR, nullptr, &status);
     icu::UnicodeString visual;
     const int32_t capacity = shaped.length() * 2 + 16;
-    const int32_t length =
-        ubidi_writeReordered(bidi.get(), visual.getBuffer(capacity), capacity,
-                             UBIDI_DO_MIRRORING | UBIDI_REMOVE_BIDI_CONTROLS, &status);
+    const int32_t length = ubidi_writeReordered(bidi.get(), visual.getBuffer(capacity), capacity,
+                                                UBIDI_DO_MIRRORING | UBIDI_REMOVE_BIDI_CONTROLS, &status);
     visual.releaseBuffer(U_SUCCESS(status) ? length : 0);
     return U_SUCCESS(status) ? visual : shaped;
 }
@@ -121,10 +119,13 @@ class OutlineFace final : public TextFace {
                 content.op("l");
                 break;
             case CAIRO_PATH_CURVE_TO:
-                for (int n = 1; n <= 3; ++n) point(data[n]);
+                for (int n = 1; n <= 3; ++n)
+                    point(data[n]);
                 content.op("c");
                 break;
-            case CAIRO_PATH_CLOSE_PATH: content.op("h"); break;
+            case CAIRO_PATH_CLOSE_PATH:
+                content.op("h");
+                break;
             }
         }
         content.op(path->num_data > 0 ? "f" : "");

@@ -1,13 +1,13 @@
 #include "src/pdf/PageCopier.h"
 
-#include <algorithm>
-#include <optional>
-
-#include <qpdf/QPDFAcroFormDocumentHelper.hh>
+#include "src/pdf/PdfErrors.h"
 
 #include <norvane/platform/NVMException.h>
 
-#include "src/pdf/PdfErrors.h"
+#include <qpdf/QPDFAcroFormDocumentHelper.hh>
+
+#include <algorithm>
+#include <optional>
 
 namespace norvane {
 namespace {
@@ -16,7 +16,9 @@ namespace {
 class PageInsertion {
   public:
     PageInsertion(PdfDocument::State& target, PdfDocument::State& source, std::size_t position)
-        : target_(target), source_(source), position_(position) {
+        : target_(target)
+        , source_(source)
+        , position_(position) {
         if (source.qpdf->getRoot().hasKey("/AcroForm")) {
             targetForm_.emplace(*target.qpdf);
             sourceForm_.emplace(*source.qpdf);
@@ -27,7 +29,8 @@ class PageInsertion {
     ~PageInsertion() {
         if (isKept_) return;
         (void)guarded([&]() -> Failure {
-            while (count_-- > 0) target_.qpdf->removePage(target_.qpdf->getAllPages()[position_]);
+            while (count_-- > 0)
+                target_.qpdf->removePage(target_.qpdf->getAllPages()[position_]);
             return {};
         });
     }
@@ -79,7 +82,8 @@ Failure insertPages(PdfDocument::State& target, const std::shared_ptr<PdfDocumen
     const std::size_t place = std::min(position, target.pages.size());
     return guarded([&]() -> Failure {
         PageInsertion insertion(target, *source, place);
-        for (const QPDFObjectHandle& page : source->pages) insertion.copy(page);
+        for (const QPDFObjectHandle& page : source->pages)
+            insertion.copy(page);
         if (auto failure = firstWarning(*target.qpdf)) return failure;
         insertion.keep();
         target.pages = target.qpdf->getAllPages();

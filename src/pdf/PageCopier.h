@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
+#include "src/pdf/State.h"
 
 #include <norvane/platform/Result.h>
 
-#include "src/pdf/State.h"
+#include <memory>
 
 namespace norvane {
 

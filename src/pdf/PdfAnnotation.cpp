@@ -1,10 +1,10 @@
+#include "src/pdf/FreeTextAppearance.h"
+#include "src/pdf/State.h"
+
 #include <norvane/pdf/PdfAnnotation.h>
 
 #include <algorithm>
 #include <cmath>
-
-#include "src/pdf/FreeTextAppearance.h"
-#include "src/pdf/State.h"
 
 namespace norvane {
 namespace {

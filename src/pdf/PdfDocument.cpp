@@ -1,12 +1,12 @@
-#include <norvane/pdf/PdfDocument.h>
-
-#include <qpdf/Pl_String.hh>
-#include <qpdf/QPDFWriter.hh>
-
 #include "src/pdf/InputBounds.h"
 #include "src/pdf/PageCopier.h"
 #include "src/pdf/PdfErrors.h"
 #include "src/pdf/State.h"
+
+#include <norvane/pdf/PdfDocument.h>
+
+#include <qpdf/Pl_String.hh>
+#include <qpdf/QPDFWriter.hh>
 
 namespace norvane {
 namespace {
@@ -41,7 +41,8 @@ std::size_t PdfDocument::State::pageNumberOf(const QPDFObjectHandle& page) const
     return 0;
 }
 
-PdfDocument::PdfDocument(std::shared_ptr<State> state) : state_(std::move(state)) {}
+PdfDocument::PdfDocument(std::shared_ptr<State> state)
+    : state_(std::move(state)) {}
 PdfDocument::~PdfDocument() = default;
 
 Result<std::shared_ptr<PdfDocument>> PdfDocument::open(const Data& bytes) {
@@ -78,8 +79,7 @@ std::vector<std::size_t> PdfDocument::sourcePageCounts() const {
 Result<PdfPage> PdfDocument::page(std::size_t number) const {
     const auto guard = lock();
     if (number == 0 || number > state_->pages.size()) return pdfError(PdfErrorCode::NoSuchPage);
-    return PdfPage(
-        std::make_shared<const PdfPage::State>(PdfPage::State{state_, state_->pages[number - 1]}));
+    return PdfPage(std::make_shared<const PdfPage::State>(PdfPage::State{state_, state_->pages[number - 1]}));
 }
 
 Failure PdfDocument::insertDocument(const PdfDocument& other, std::size_t position) {
@@ -109,8 +109,6 @@ Result<Data> PdfDocument::save() const {
     return Data(std::move(output));
 }
 
-std::unique_lock<std::recursive_mutex> PdfDocument::lock() const {
-    return std::unique_lock(state_->mutex);
-}
+std::unique_lock<std::recursive_mutex> PdfDocument::lock() const { return std::unique_lock(state_->mutex); }
 
 } // namespace norvane

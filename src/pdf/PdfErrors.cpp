@@ -12,18 +12,22 @@ struct Wording {
 
 Wording wordingOf(PdfErrorCode code) {
     switch (code) {
-    case PdfErrorCode::TooLarge: return {"The PDF is too large.", "PDF_TOO_LARGE"};
-    case PdfErrorCode::Encrypted: return {"The PDF is encrypted.", "PDF_ENCRYPTED"};
-    case PdfErrorCode::NoSuchPage: return {"The PDF has no such page.", "PDF_NO_SUCH_PAGE"};
-    case PdfErrorCode::Damaged: break;
+    case PdfErrorCode::TooLarge:
+        return {"The PDF is too large.", "PDF_TOO_LARGE"};
+    case PdfErrorCode::Encrypted:
+        return {"The PDF is encrypted.", "PDF_ENCRYPTED"};
+    case PdfErrorCode::NoSuchPage:
+        return {"The PDF has no such page.", "PDF_NO_SUCH_PAGE"};
+    case PdfErrorCode::Damaged:
+        break;
     }
     return {"The PDF is damaged.", "PDF_DAMAGED"};
 }
 
 NVMError pdfErrorOfQpdf(const QPDFExc& exception) {
     const bool isPassword = exception.getErrorCode() == qpdf_e_password;
-    return pdfError(isPassword ? PdfErrorCode::Encrypted : PdfErrorCode::Damaged, exception.getMessageDetail(),
-                    exception.getObject());
+    return pdfError(isPassword ? PdfErrorCode::Encrypted : PdfErrorCode::Damaged,
+                    exception.getMessageDetail(), exception.getObject());
 }
 
 } // namespace

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <exception>
-#include <optional>
-#include <string>
+#include <norvane/pdf/PdfError.h>
+#include <norvane/platform/Result.h>
 
 #include <qpdf/QPDF.hh>
 
-#include <norvane/pdf/PdfError.h>
-#include <norvane/platform/Result.h>
+#include <exception>
+#include <optional>
+#include <string>
 
 namespace norvane {
 

@@ -1,12 +1,12 @@
-#include <algorithm>
-#include <new>
-#include <string>
-
-#include <zlib.h>
+#include "src/pdf/State.h"
 
 #include <norvane/platform/Files.h>
 
-#include "src/pdf/State.h"
+#include <zlib.h>
+
+#include <algorithm>
+#include <new>
+#include <string>
 
 namespace norvane {
 namespace {
@@ -23,7 +23,8 @@ void inspect(const Image& image, Planes& planes) {
         const std::uint8_t* source = image.row(y);
         for (int x = 0; x < image.width(); ++x, source += 4) {
             planes.isOpaque = planes.isOpaque && source[3] == 255;
-            planes.isGrey = planes.isGrey && (source[3] == 0 || (source[0] == source[1] && source[1] == source[2]));
+            planes.isGrey =
+                planes.isGrey && (source[3] == 0 || (source[0] == source[1] && source[1] == source[2]));
         }
     }
 }

@@ -1,13 +1,15 @@
+#include "src/pdf/ContentStream.h"
+#include "src/pdf/PdfErrors.h"
+#include "src/pdf/State.h"
+
 #include <norvane/pdf/PdfPage.h>
+
+#include <qpdf/QPDFPageObjectHelper.hh>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-
-#include <qpdf/QPDFPageObjectHelper.hh>
-
-#include "src/pdf/PdfErrors.h"
-#include "src/pdf/State.h"
+#include <utility>
 
 namespace norvane {
 namespace {
@@ -15,10 +17,11 @@ namespace {
 constexpr PdfRect kLetter{0, 0, 612, 792};
 constexpr double kFarthestCoordinate = 1'000'000;
 
-constexpr std::array<const char*, 14> kStampNames{
-    "/Approved", "/Experimental", "/NotApproved", "/AsIs",       "/Expired",   "/NotForPublicRelease",
-    "/Confidential", "/Final",    "/Sold",        "/Departmental", "/ForComment", "/TopSecret",
-    "/Draft",    "/ForPublicRelease"};
+constexpr std::array<const char*, 14> kStampNames{"/Approved",     "/Experimental",    "/NotApproved",
+                                                  "/AsIs",         "/Expired",         "/NotForPublicRelease",
+                                                  "/Confidential", "/Final",           "/Sold",
+                                                  "/Departmental", "/ForComment",      "/TopSecret",
+                                                  "/Draft",        "/ForPublicRelease"};
 
 bool readRectangle(QPDFObjectHandle array, PdfRect& rect) {
     if (!array.isArray() || array.getArrayNItems() != 4) return false;
@@ -71,6 +74,7 @@ std::shared_ptr<PdfAnnotation::State> knownOrRead(const PdfPage::State& page, QP
     state->document = page.document;
     state->page = page.page;
     state->object = object;
+    state->isOnPage = true;
     state->origin = {box.x1, box.y1};
     state->rect = {fileRect.x1 - box.x1, fileRect.y1 - box.y1, fileRect.x2 - box.x1, fileRect.y2 - box.y1};
     if (object.isIndirect()) known = state;
@@ -84,11 +88,16 @@ PdfRect mediaBoxOf(QPDFObjectHandle page) {
     return readRectangle(QPDFPageObjectHelper(page).getAttribute("/MediaBox", false), box) ? box : kLetter;
 }
 
+QPDFObjectHandle pdfNumbers(std::initializer_list<double> values) {
+    std::vector<QPDFObjectHandle> items;
+    items.reserve(values.size());
+    for (const double value : values)
+        items.push_back(QPDFObjectHandle::newReal(pdfNumber(value)));
+    return QPDFObjectHandle::newArray(items);
+}
+
 QPDFObjectHandle pdfRectangle(const PdfRect& rect) {
-    QPDFObjectHandle array = QPDFObjectHandle::newArray();
-    for (const double corner : {rect.x1, rect.y1, rect.x2, rect.y2})
-        array.appendItem(QPDFObjectHandle::newReal(corner, 4, true));
-    return array;
+    return pdfNumbers({rect.x1, rect.y1, rect.x2, rect.y2});
 }
 
 std::size_t PdfPage::number() const {
@@ -111,14 +120,15 @@ PdfAnnotation PdfPage::createRubberStamp(const PdfRect& rect, int icon) const {
     const std::scoped_lock guard(state_->document->mutex);
     auto state = newAnnotation(*state_, rect, "/Stamp");
     const bool isStandard = icon >= 0 && static_cast<std::size_t>(icon) < kStampNames.size();
-    state->object.replaceKey("/Name", QPDFObjectHandle::newName(
-                                          isStandard ? kStampNames[static_cast<std::size_t>(icon)] : "/Custom"));
+    state->object.replaceKey(
+        "/Name",
+        QPDFObjectHandle::newName(isStandard ? kStampNames[static_cast<std::size_t>(icon)] : "/Custom"));
     return PdfAnnotation(std::move(state));
 }
 
 void PdfPage::pushFront(const PdfAnnotation& annotation) const {
-    if (!annotation.isValid()) return;
     const std::scoped_lock guard(state_->document->mutex);
+    if (!annotation.isValid() || std::exchange(annotation.state_->isOnPage, true)) return;
     QPDFObjectHandle page = state_->page;
     QPDFObjectHandle list = page.getKey("/Annots");
     // A list may be shared between pages; this page gets its own before it is changed.
@@ -126,10 +136,7 @@ void PdfPage::pushFront(const PdfAnnotation& annotation) const {
         list = list.isArray() ? list.shallowCopy() : QPDFObjectHandle::newArray();
         page.replaceKey("/Annots", list);
     }
-    const QPDFObjectHandle object = annotation.state_->object;
-    for (int i = 0; i < list.getArrayNItems(); ++i)
-        if (list.getArrayItem(i).isSameObjectAs(object)) return;
-    list.insertItem(0, object);
+    list.insertItem(0, annotation.state_->object);
 }
 
 std::optional<PdfAnnotation> PdfPage::annotationAt(const Point& point, double distance,

@@ -1,5 +1,11 @@
 #pragma once
 
+#include <norvane/pdf/PdfDocument.h>
+
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFObjectHandle.hh>
+
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -7,11 +13,6 @@
 #include <string>
 #include <tuple>
 #include <vector>
-
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFObjectHandle.hh>
-
-#include <norvane/pdf/PdfDocument.h>
 
 namespace norvane {
 
@@ -58,6 +59,7 @@ struct PdfAnnotation::State {
     Color lineColor;
     Color textColor;
     Color fillColor{1, 1, 1, 0};
+    bool isOnPage = false;       ///< in the page's list
     QPDFObjectHandle appearance; ///< the normal appearance's stream, reused by each refresh
 
     /// Replaces what the annotation shows; the content is drawn in the coordinates of `box`, which covers the
@@ -68,5 +70,6 @@ struct PdfAnnotation::State {
 /// The media box of a page, normalised; US letter where the file gives no usable one.
 PdfRect mediaBoxOf(QPDFObjectHandle page);
 QPDFObjectHandle pdfRectangle(const PdfRect& rect);
+QPDFObjectHandle pdfNumbers(std::initializer_list<double> values);
 
 } // namespace norvane

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "src/pdf/ContentStream.h"
+
 #include <memory>
 #include <string>
-
-#include "src/pdf/ContentStream.h"
 
 namespace norvane {
 

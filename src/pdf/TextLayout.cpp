@@ -1,8 +1,8 @@
 #include "src/pdf/TextLayout.h"
 
-#include <algorithm>
-
 #include <unicode/unistr.h>
+
+#include <algorithm>
 
 namespace norvane {
 namespace {
@@ -20,7 +20,8 @@ struct Piece {
 
 std::size_t characterLength(const std::string& text, std::size_t position) {
     std::size_t end = position + 1;
-    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) ++end;
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        ++end;
     return end - position;
 }
 
@@ -44,7 +45,9 @@ std::vector<Piece> piecesOf(const std::string& text, const TextFace& face) {
 
 class LineBreaker {
   public:
-    LineBreaker(const TextFace& face, double width) : face_(face), width_(width) {}
+    LineBreaker(const TextFace& face, double width)
+        : face_(face)
+        , width_(width) {}
 
     std::vector<std::string> lines(const std::vector<Piece>& pieces) {
         for (const Piece& piece : pieces) {
@@ -76,7 +79,8 @@ class LineBreaker {
     }
 
     void endLine() {
-        while (!line_.empty() && line_.back() == ' ') line_.pop_back();
+        while (!line_.empty() && line_.back() == ' ')
+            line_.pop_back();
         lines_.push_back(std::move(line_));
         line_.clear();
         used_ = 0;
@@ -105,8 +109,8 @@ TextLayout layOut(const std::string& text, const TextFace& face, double fontSize
 }
 
 std::string shownText(const std::string& text) {
-    icu::UnicodeString characters =
-        icu::UnicodeString::fromUTF8({text.data(), static_cast<int32_t>(std::min(text.size(), kMaximumShownText))});
+    icu::UnicodeString characters = icu::UnicodeString::fromUTF8(
+        {text.data(), static_cast<int32_t>(std::min(text.size(), kMaximumShownText))});
     characters.findAndReplace("\r\n", "\n").findAndReplace("\r", "\n").findAndReplace("\t", " ");
     std::string shown;
     icu::UnicodeString kept;

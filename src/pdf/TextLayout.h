@@ -1,9 +1,9 @@
 #pragma once
 
+#include "src/pdf/TextFace.h"
+
 #include <string>
 #include <vector>
-
-#include "src/pdf/TextFace.h"
 
 namespace norvane {
 
@@ -17,7 +17,8 @@ inline constexpr std::size_t kMaximumShownText = 16'384;
 
 /// Breaks the text into lines no wider than the box. When they are higher than the box, the font shrinks by
 /// half points, down to 4 points, until they fit.
-TextLayout layOut(const std::string& text, const TextFace& face, double fontSize, double width, double height);
+TextLayout layOut(const std::string& text, const TextFace& face, double fontSize, double width,
+                  double height);
 
 /// The text with line breaks of one kind, no control characters, valid as UTF-8, and not too long.
 std::string shownText(const std::string& text);

@@ -94,8 +94,9 @@ NetlinkReachability::~NetlinkReachability() {
 int NetlinkReachability::status() const { return monitor_->status; }
 
 std::shared_ptr<void> NetlinkReachability::observe(Callback callback) {
-    auto token = monitor_->observers.add(std::move(callback));
-    monitor_->wake();
+    const auto monitor = monitor_; // a callback may destroy this object before we are through
+    auto token = monitor->observers.add(std::move(callback));
+    monitor->wake();
     return token;
 }
 

@@ -1,8 +1,7 @@
-#include <norvane/sdk/NVMEnvelopesManager.h>
-
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/Errors.h>
+#include <norvane/sdk/NVMEnvelopesManager.h>
 #include <norvane/sdk/SessionState.h>
 #include <norvane/signing/NVMSigningModeContext.h>
 #include <norvane/signing/SigningNotifications.h>
@@ -20,7 +19,9 @@ namespace {
 
 using Delegate = NVMOfflineSigningDelegate;
 
-bool isUsable(const std::string& envelopeId) { return NVM_isSetupAndLoginSuccessful() && isUuidString(envelopeId); }
+bool isUsable(const std::string& envelopeId) {
+    return NVM_isSetupAndLoginSuccessful() && isUuidString(envelopeId);
+}
 
 template <class T>
 std::shared_ptr<const T> objectIn(const Notification& notification, std::string_view key) {
@@ -65,7 +66,8 @@ constexpr std::pair<std::string_view, void (*)(Delegate&, const Notification&)> 
 
 void refuse(const NVMError& error, std::function<void(Failure)> completion) {
     if (!completion) return;
-    Platform::current().executors->mainQueue()->async([error, completion = std::move(completion)] { completion(error); });
+    Platform::current().executors->mainQueue()->async(
+        [error, completion = std::move(completion)] { completion(error); });
 }
 
 } // namespace
@@ -89,7 +91,8 @@ NVMEnvelopesManager::NVMEnvelopesManager()
 
 NVMEnvelopesManager::~NVMEnvelopesManager() = default;
 
-void NVMEnvelopesManager::setOfflineSigningDelegate(const std::weak_ptr<NVMOfflineSigningDelegate>& delegate) {
+void NVMEnvelopesManager::setOfflineSigningDelegate(
+    const std::weak_ptr<NVMOfflineSigningDelegate>& delegate) {
     const std::lock_guard lock(state_->mutex);
     state_->delegate = delegate;
 }
@@ -130,7 +133,9 @@ std::vector<EnvelopeSummary> NVMEnvelopesManager::cachedEnvelopeSummaries() {
     return NVMEnvelopesHandler::cachedEnvelopeSummaries();
 }
 
-bool NVMEnvelopesManager::hasCachedDraftEnvelope() const { return NVMEnvelopesHandler::cachedDraftEnvelopeCount() > 0; }
+bool NVMEnvelopesManager::hasCachedDraftEnvelope() const {
+    return NVMEnvelopesHandler::cachedDraftEnvelopeCount() > 0;
+}
 
 void NVMEnvelopesManager::setCompositionScreens(std::shared_ptr<NVMEnvelopeCompositionScreens> screens) {
     const std::lock_guard lock(state_->mutex);
@@ -138,7 +143,8 @@ void NVMEnvelopesManager::setCompositionScreens(std::shared_ptr<NVMEnvelopeCompo
 }
 
 void NVMEnvelopesManager::presentComposeEnvelopeController(NVMSigningMode signingMode, bool resumeWithDraft,
-                                                           bool animated, std::function<void(Failure)> completion) {
+                                                           bool animated,
+                                                           std::function<void(Failure)> completion) {
     NVMSigningModeContext::sharedInstance().setSigningMode(signingMode);
     std::unique_lock lock(state_->mutex);
     const auto screens = state_->screens;
@@ -147,9 +153,8 @@ void NVMEnvelopesManager::presentComposeEnvelopeController(NVMSigningMode signin
     screens->composeEnvelope(resumeWithDraft, animated, std::move(completion));
 }
 
-void NVMEnvelopesManager::presentEditRecipientsControllerForEnvelopeWithId(const std::string& envelopeId,
-                                                                           bool animated,
-                                                                           std::function<void(Failure)> completion) {
+void NVMEnvelopesManager::presentEditRecipientsControllerForEnvelopeWithId(
+    const std::string& envelopeId, bool animated, std::function<void(Failure)> completion) {
     Platform::current().notifications->post(
         {std::string(NVMPresentEditRecipientsControllerNotification), {}, {{"envelopeId", envelopeId}}});
     std::unique_lock lock(state_->mutex);

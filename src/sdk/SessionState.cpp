@@ -1,14 +1,21 @@
 #include <norvane/platform/Platform.h>
+#include <norvane/sdk/Errors.h>
 #include <norvane/sdk/SessionState.h>
 
 #include <atomic>
+#include <mutex>
 
 namespace norvane {
 namespace {
 
 std::atomic<bool> isSetup{false};
 std::atomic<bool> isSignedIn{false};
-std::atomic<std::uint64_t> session{0};
+std::atomic<std::uint64_t> session{0}; ///< written under sessionMutex
+
+std::mutex& sessionMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
 
 TaskQueue& setupLoginStateSetterQueue() {
     static const std::shared_ptr<TaskQueue> queue =
@@ -42,14 +49,14 @@ bool NVM_isSetupAndLoginSuccessful() { return isSetup && isSignedIn; }
 
 std::uint64_t sessionNumber() { return session; }
 
-std::unique_lock<std::mutex> holdSession() {
-    static std::mutex held;
-    return std::unique_lock(held);
+std::uint64_t beginNextSession() {
+    const std::lock_guard lock(sessionMutex());
+    return ++session;
 }
 
-void beginNextSession() {
-    const auto hold = holdSession();
-    ++session;
+Failure inSession(std::uint64_t number, const std::function<Failure()>& work) {
+    const std::lock_guard lock(sessionMutex());
+    return number == session ? work() : NVM_errorUserNotLoggedIn();
 }
 
 } // namespace norvane

@@ -65,11 +65,14 @@ Failure NVMManager::setupError() {
 }
 
 Failure NVMManager::restoreSignIn() {
+    const std::uint64_t session = sessionNumber();
     setup();
     if (auto error = setupError()) return error;
-    if (!NVMCredentials::primaryCredentials()) return NVM_errorUserNotLoggedIn();
-    NVM_loginSuccessful(true);
-    return std::nullopt;
+    return inSession(session, []() -> Failure {
+        if (!NVMCredentials::primaryCredentials()) return NVM_errorUserNotLoggedIn();
+        norvane::NVM_loginSuccessful(true);
+        return std::nullopt;
+    });
 }
 
 void NVMManager::setLoggingLevel(std::uint64_t level) {

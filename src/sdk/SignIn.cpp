@@ -39,6 +39,20 @@ void passwordSignInAnswered(const std::shared_ptr<NVESLoginInformation>& answer,
                                         NVMNetworkModeOnline, completion);
 }
 
+/// Fetches the account's additional data and stores it with the account, unless the session has ended by
+/// then.
+void syncAdditionalData(const std::shared_ptr<NVMAccount>& account, std::uint64_t session,
+                        NVMManager::Completion completion) {
+    account->syncAdditionalDataWithCompletion([account, session,
+                                               completion = std::move(completion)](Failure error) {
+        if (!error) {
+            error =
+                inSession(session, [&] { return NVMCredentials::persistCredentialsForAccount(*account); });
+        }
+        if (completion) completion(std::move(error));
+    });
+}
+
 /// Refuses a sign-in with missing values, else completes it.
 void signInWithToken(const std::shared_ptr<NVMAccount>& account, const std::optional<std::string>& token,
                      NVMNetworkMode networkMode, NVMManager::LoginCompletion completion) {
@@ -92,15 +106,19 @@ void NVMManager::completeLoginForAccount(const std::shared_ptr<NVMAccount>& acco
         call(completion, info, NVM_errorFetchAccountInformation());
         return;
     }
-    beginNextSession();
-    NVMCredentials::clearCredentials();
-    if (auto error = NVMCredentials::persistCredentialsForAccount(*account)) {
-        call(completion, info, std::move(error));
-        return;
+    const std::uint64_t session = beginNextSession();
+    Failure error = inSession(session, [&] {
+        NVMCredentials::clearCredentials();
+        return NVMCredentials::persistCredentialsForAccount(*account);
+    });
+    if (!error) {
+        setup();
+        error = inSession(session, [] {
+            norvane::NVM_loginSuccessful(true);
+            return setupError();
+        });
     }
-    setup();
-    norvane::NVM_loginSuccessful(true);
-    if (auto error = setupError()) {
+    if (error) {
         call(completion, info, std::move(error));
         return;
     }
@@ -109,9 +127,9 @@ void NVMManager::completeLoginForAccount(const std::shared_ptr<NVMAccount>& acco
             [info, completion = std::move(completion)] { call(completion, info, std::nullopt); });
         return;
     }
-    syncAdditionalDataForAccount(account, [info, completion = std::move(completion)](const Failure& error) {
+    syncAdditionalData(account, session, [info, completion = std::move(completion)](const Failure& missing) {
         call(completion, info,
-             error ? Failure(NVM_errorFromAdditionalDataFetchForAccountError(*error)) : std::nullopt);
+             missing ? Failure(NVM_errorFromAdditionalDataFetchForAccountError(*missing)) : std::nullopt);
     });
 }
 
@@ -132,15 +150,7 @@ Failure NVMManager::validateLoginToken(const Text& loginToken, const Text& accou
 
 void NVMManager::syncAdditionalDataForAccount(const std::shared_ptr<NVMAccount>& account,
                                               Completion completion) {
-    account->syncAdditionalDataWithCompletion(
-        [account, session = sessionNumber(), completion = std::move(completion)](Failure error) {
-            if (!error) {
-                const auto hold = holdSession();
-                error = session == sessionNumber() ? NVMCredentials::persistCredentialsForAccount(*account)
-                                                   : Failure(NVM_errorUserNotLoggedIn());
-            }
-            if (completion) completion(std::move(error));
-        });
+    syncAdditionalData(account, sessionNumber(), std::move(completion));
 }
 
 void NVMManager::persistCredentialsForAccount(const NVMAccount& account, const Completion& completion) {

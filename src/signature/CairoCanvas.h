@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
+#include <norvane/signature/Image.h>
 
 #include <cairo.h>
 
-#include <norvane/signature/Image.h>
+#include <memory>
 
 namespace norvane {
 

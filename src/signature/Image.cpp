@@ -20,7 +20,8 @@ Image Image::generate(int width, int height, double scale,
     Image image;
     if (!isWithinBounds(width, height)) return image;
     image.stride_ = static_cast<std::size_t>(width) * 4;
-    auto pixels = std::make_shared_for_overwrite<std::uint8_t[]>(image.stride_ * static_cast<std::size_t>(height));
+    auto pixels =
+        std::make_shared_for_overwrite<std::uint8_t[]>(image.stride_ * static_cast<std::size_t>(height));
     fill(pixels.get());
     image.buffer_ = std::move(pixels);
     image.origin_ = image.buffer_.get();

@@ -48,15 +48,19 @@ struct InkTest {
 
     /// The first ink pixel from `from` up to but not including `to`, or `to`.
     int firstInk(const std::uint8_t* row, int from, int to) const {
-        while (from + kBlock <= to && !blockHasInk(row, from)) from += kBlock;
-        while (from < to && !isInk(row, from)) ++from;
+        while (from + kBlock <= to && !blockHasInk(row, from))
+            from += kBlock;
+        while (from < to && !isInk(row, from))
+            ++from;
         return from;
     }
 
     /// One past the last ink pixel from `from` up to but not including `to`, or `from`.
     int endOfInk(const std::uint8_t* row, int from, int to) const {
-        while (to - kBlock >= from && !blockHasInk(row, to - kBlock)) to -= kBlock;
-        while (to > from && !isInk(row, to - 1)) --to;
+        while (to - kBlock >= from && !blockHasInk(row, to - kBlock))
+            to -= kBlock;
+        while (to > from && !isInk(row, to - 1))
+            --to;
         return to;
     }
 };
@@ -67,10 +71,12 @@ std::optional<PixelRect> inkBounds(const Image& image, NVMCropMode mode) {
     const InkTest test = InkTest::of(mode);
     const int width = image.width();
     int top = 0;
-    while (top < image.height() && test.firstInk(image.row(top), 0, width) == width) ++top;
+    while (top < image.height() && test.firstInk(image.row(top), 0, width) == width)
+        ++top;
     if (top == image.height()) return std::nullopt;
     int bottom = image.height() - 1;
-    while (bottom > top && test.firstInk(image.row(bottom), 0, width) == width) --bottom;
+    while (bottom > top && test.firstInk(image.row(bottom), 0, width) == width)
+        --bottom;
 
     int left = width;
     int right = 0;

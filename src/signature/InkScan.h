@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
-
 #include <norvane/signature/NVMSignatureCleanup.h>
+
+#include <optional>
 
 namespace norvane {
 

@@ -1,8 +1,7 @@
 #include <norvane/signature/NVMSignatureCaptureViewController.h>
+#include <norvane/signature/NVMSignatureCleanup.h>
 
 #include <algorithm>
-
-#include <norvane/signature/NVMSignatureCleanup.h>
 
 namespace norvane {
 

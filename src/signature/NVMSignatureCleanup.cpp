@@ -1,10 +1,10 @@
+#include "src/signature/CairoCanvas.h"
+#include "src/signature/InkScan.h"
+
 #include <norvane/signature/NVMSignatureCleanup.h>
 
 #include <algorithm>
 #include <cmath>
-
-#include "src/signature/CairoCanvas.h"
-#include "src/signature/InkScan.h"
 
 namespace norvane {
 

@@ -1,11 +1,11 @@
+#include "src/signature/CairoCanvas.h"
+#include "src/signature/StrokeDrawing.h"
+
 #include <norvane/signature/NVMSignatureDrawView.h>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-
-#include "src/signature/CairoCanvas.h"
-#include "src/signature/StrokeDrawing.h"
 
 namespace norvane {
 namespace {
@@ -42,7 +42,9 @@ Rect boundsOf(const QuadraticCurve& curve) {
 } // namespace
 
 NVMSignatureDrawView::NVMSignatureDrawView(Size bounds, double displayScale)
-    : bounds_(bounds), displayScale_(displayScale), touchSpeeds_(kSpeedCount, kInitialSpeed) {}
+    : bounds_(bounds)
+    , displayScale_(displayScale)
+    , touchSpeeds_(kSpeedCount, kInitialSpeed) {}
 
 void NVMSignatureDrawView::setBounds(Size bounds) {
     bounds_ = bounds;

@@ -1,10 +1,9 @@
-#include <norvane/signature/NVMSignatureDrawViewController.h>
-
-#include <array>
-
 #include <norvane/platform/NVMException.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/signature/NVMSignatureCleanup.h>
+#include <norvane/signature/NVMSignatureDrawViewController.h>
+
+#include <array>
 
 namespace norvane {
 namespace {
@@ -14,11 +13,9 @@ constexpr std::array<Color, 3> kColors{Color{0, 0, 0, 1}, Color{0, 0, 1, 1}, Col
 
 } // namespace
 
-std::shared_ptr<NVMSignatureDrawViewController>
-NVMSignatureDrawViewController::make(SignatureKind kind, bool isInNavigationController,
-                                     std::shared_ptr<SignatureDrawScreen> screen,
-                                     std::weak_ptr<SignatureCaptureDelegate> delegate, Size bounds,
-                                     double displayScale) {
+std::shared_ptr<NVMSignatureDrawViewController> NVMSignatureDrawViewController::make(
+    SignatureKind kind, bool isInNavigationController, std::shared_ptr<SignatureDrawScreen> screen,
+    std::weak_ptr<SignatureCaptureDelegate> delegate, Size bounds, double displayScale) {
     if (!isInNavigationController)
         throw NVMException("IllegalOperationError",
                            "NVMSignatureDrawViewController must be used within a navigation controller");
@@ -26,10 +23,9 @@ NVMSignatureDrawViewController::make(SignatureKind kind, bool isInNavigationCont
         kind, std::move(screen), std::move(delegate), bounds, displayScale));
 }
 
-NVMSignatureDrawViewController::NVMSignatureDrawViewController(SignatureKind kind,
-                                                               std::shared_ptr<SignatureDrawScreen> screen,
-                                                               std::weak_ptr<SignatureCaptureDelegate> delegate,
-                                                               Size bounds, double displayScale)
+NVMSignatureDrawViewController::NVMSignatureDrawViewController(
+    SignatureKind kind, std::shared_ptr<SignatureDrawScreen> screen,
+    std::weak_ptr<SignatureCaptureDelegate> delegate, Size bounds, double displayScale)
     : kind_(kind)
     , screen_(std::move(screen))
     , delegate_(std::move(delegate))

@@ -1,12 +1,12 @@
+#include <norvane/signature/Image.h>
+
+#include <png.h>
+
 #include <array>
 #include <csetjmp>
 #include <cstring>
 #include <string>
 #include <vector>
-
-#include <png.h>
-
-#include <norvane/signature/Image.h>
 
 namespace norvane {
 namespace {
@@ -97,7 +97,8 @@ Data Image::pngData() const {
     if (isNull()) return {};
     std::vector<png_bytep> rows;
     rows.reserve(static_cast<std::size_t>(height_));
-    for (int y = 0; y < height_; ++y) rows.push_back(const_cast<png_bytep>(row(y)));
+    for (int y = 0; y < height_; ++y)
+        rows.push_back(const_cast<png_bytep>(row(y)));
 
     std::string output;
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);

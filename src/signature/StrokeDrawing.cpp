@@ -53,7 +53,8 @@ void drawSurface(CairoCanvas& canvas, Size bounds, const Image& image,
         canvas.drawImage(image, {(bounds.width - fitted.width) / 2, (bounds.height - fitted.height) / 2,
                                  fitted.width, fitted.height});
     }
-    for (const auto& path : paths) strokePath(canvas, *path.bezierPath, path.selectedLineColor);
+    for (const auto& path : paths)
+        strokePath(canvas, *path.bezierPath, path.selectedLineColor);
 }
 
 } // namespace norvane

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <vector>
+#include "src/signature/CairoCanvas.h"
 
 #include <norvane/signature/NVMSignatureDrawView.h>
 
-#include "src/signature/CairoCanvas.h"
+#include <vector>
 
 namespace norvane {
 

@@ -76,6 +76,7 @@ Failure insertEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {
 /// Takes the earlier copy out; its files stay as far as the finished envelope names them.
 void replaceEarlier(EnvelopeSave& save, ManagedObjectContext& context) {
     removeEnvelope(context, *save.earlier, false);
+    if (save.earlier->transactionId != save.transactionId) forgetUpload(context, *save.earlier);
     postNotification(NVMEnvelopeUncachedNotification,
                      cacheUserInfo(save.domain.envelopeId, save.earlier->templateId));
 }

@@ -24,6 +24,9 @@ void removeEnvelope(ManagedObjectContext& context, const NVMCDEnvelopeDefinition
             context.removeMatching(
                 NVMCDCacheMetaData::cachePredicateForURI(*identifier, std::string(kEnvelopeCachingIdentifier)));
     }
+}
+
+void forgetUpload(ManagedObjectContext& context, const NVMCDEnvelopeDefinition& envelope) {
     if (!envelope.transactionId) return;
     StoreWork::join(context, [transactionId = *envelope.transactionId](Connection& connection) {
         const auto statement = connection.kept(kForgetAttempt);

@@ -49,6 +49,7 @@ void NVMEnvelopesHandler::removeCachedEnvelopeWithId(const std::string& envelope
     const auto envelope = findEnvelopeWithId(envelopeId, context);
     if (!envelope) return;
     removeEnvelope(context, *envelope, preserveDocuments);
+    forgetUpload(context, *envelope);
     if (context.save()) return;
     if (const auto store = context.store()) store->scrub();
     postNotification(NVMEnvelopeUncachedNotification, cacheUserInfo(envelopeId, envelope->templateId));

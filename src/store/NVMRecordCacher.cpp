@@ -50,7 +50,10 @@ Failure NVMRecordCacher::disableCachingForRecordWithID(const std::string& record
     const auto error = store->saveAndWait([&](ManagedObjectContext& context) -> Failure {
         context.removeMatching(
             NVMCDCacheMetaData::cachePredicateForURI(recordId, cachingDelegate_->cachingIdentifier()));
-        if (envelope) removeEnvelope(context, *envelope, false);
+        if (envelope) {
+            removeEnvelope(context, *envelope, false);
+            forgetUpload(context, *envelope);
+        }
         return std::nullopt;
     });
     if (error) return error;

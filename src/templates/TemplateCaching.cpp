@@ -136,7 +136,7 @@ class TemplateCaching : public std::enable_shared_from_this<TemplateCaching> {
     }
 
     void finish() {
-        if (!error_) error_ = store();
+        if (!error_) error_ = inSession(session_, [this] { return store(); });
         if (error_) NVMTemplatesHandler::deleteCachedPdfs(paths_);
         if (completion_) completion_(error_);
     }
@@ -163,8 +163,7 @@ class TemplateCaching : public std::enable_shared_from_this<TemplateCaching> {
     /// The earlier copy goes and the new one comes in one transaction.
     Failure store() {
         const auto store = ObjectStore::defaultStore();
-        const auto hold = holdSession();
-        if (!store || session_ != sessionNumber()) return NVM_errorSetupIncomplete();
+        if (!store) return NVM_errorSetupIncomplete();
         const auto record = makeRecord();
         Failure error = store->saveAndWait([&](ManagedObjectContext& context) -> Failure {
             auto earlier = context.fetch<NVMCDEnvelopeTemplate>(requestForTemplateId(*templateId_));

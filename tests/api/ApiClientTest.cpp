@@ -83,7 +83,6 @@ TEST_F(ApiClient, DropsTheResultOfACancelledRequest) {
     NVESApiClient::cancelRequest(id);
     EXPECT_EQ(NVESApiClient::requestQueueSize(), 0u);
     mayAnswer.set_value();
-    // The answer of a cancelled request would be told before those of later ones on the same connection lane.
     const auto other = wait([&](NVESCompletion completion) {
         const auto next = sender->requestWithPath({.path = "/next"}, std::move(completion));
         EXPECT_EQ(next, id + 1);

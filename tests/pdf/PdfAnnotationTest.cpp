@@ -1,17 +1,18 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include "tests/support/SamplePdf.h"
 
 #include <norvane/pdf/PdfDocument.h>
 
-#include "tests/support/SamplePdf.h"
+#include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace norvane {
 namespace {
 
 constexpr Color kRed{0.8, 0.1, 0.1, 1};
 
-std::shared_ptr<PdfDocument> blank(std::size_t pages, const std::string& entries = "/MediaBox [0 0 300 200]") {
+std::shared_ptr<PdfDocument> blank(std::size_t pages,
+                                   const std::string& entries = "/MediaBox [0 0 300 200]") {
     auto document = PdfDocument::open(blankPdf(pages, entries));
     if (!document) throw std::runtime_error(document.error().localizedDescription());
     return *document;
@@ -29,7 +30,8 @@ Image checkered(int width, int height, std::uint8_t alpha = 255) {
 
 std::size_t occurrences(std::string_view text, std::string_view part) {
     std::size_t count = 0;
-    for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) ++count;
+    for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1))
+        ++count;
     return count;
 }
 
@@ -80,9 +82,11 @@ TEST(PdfAnnotation, ShowsStampsAtTheSamePlaceInEveryViewer) {
 }
 
 TEST(PdfAnnotation, DrawsTextsOfAnyScriptInsideTheirBox) {
-    for (const char* text : {"Signed by Jos\u00e9 (\u20ac 5)", "\u0418\u0432\u0430\u043d \u0421\u0438\u0434\u043e\u0440\u043e\u0432",
-                             "\u05e9\u05dc\u05d5\u05dd", "\u0645\u0631\u062d\u0628\u0627", "two\nlines",
-                             "a text that is far too long for one line of its box and for two of them as well"}) {
+    for (const char* text :
+         {"Signed by Jos\u00e9 (\u20ac 5)",
+          "\u0418\u0432\u0430\u043d \u0421\u0438\u0434\u043e\u0440\u043e\u0432", "\u05e9\u05dc\u05d5\u05dd",
+          "\u0645\u0631\u062d\u0628\u0627", "two\nlines",
+          "a text that is far too long for one line of its box and for two of them as well"}) {
         const auto document = blank(1);
         const auto page = *document->page(1);
         auto annotation = page.createFreeText({50, 150, 190, 125});

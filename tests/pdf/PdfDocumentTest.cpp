@@ -1,12 +1,12 @@
-#include <gtest/gtest.h>
-
-#include <random>
+#include "tests/support/SamplePdf.h"
 
 #include <norvane/pdf/NVMPDFDocument.h>
 #include <norvane/pdf/PdfDocument.h>
 #include <norvane/pdf/PdfError.h>
 
-#include "tests/support/SamplePdf.h"
+#include <gtest/gtest.h>
+
+#include <random>
 
 namespace norvane {
 namespace {
@@ -19,7 +19,8 @@ std::shared_ptr<PdfDocument> opened(const Data& bytes) {
 
 std::vector<double> widthsOf(const PdfDocument& document) {
     std::vector<double> widths;
-    for (std::size_t i = 1; i <= document.pageCount(); ++i) widths.push_back(document.page(i)->size().width);
+    for (std::size_t i = 1; i <= document.pageCount(); ++i)
+        widths.push_back(document.page(i)->size().width);
     return widths;
 }
 
@@ -37,9 +38,10 @@ TEST(PdfDocument, ReadsTheMediaBoxWhateverItsCornersAndRotation) {
     EXPECT_EQ(odd->page(1)->size(), (Size{600, 800}));
     const auto broken = opened(blankPdf(1, "/MediaBox [0 0 (a) 100]"));
     EXPECT_EQ(broken->page(1)->size(), (Size{612, 792}));
-    const auto inherited = opened(pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>",
-                                                "<< /Type /Pages /Count 1 /Kids [3 0 R] /MediaBox [0 0 50 60] >>",
-                                                "<< /Type /Page /Parent 2 0 R >>"}));
+    const auto inherited =
+        opened(pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>",
+                             "<< /Type /Pages /Count 1 /Kids [3 0 R] /MediaBox [0 0 50 60] >>",
+                             "<< /Type /Page /Parent 2 0 R >>"}));
     EXPECT_EQ(inherited->page(1)->size(), (Size{50, 60}));
     EXPECT_FALSE(inherited->page(0));
     EXPECT_FALSE(inherited->page(2));
@@ -89,8 +91,9 @@ TEST(PdfDocument, CarriesFormFieldsIntoTheJoinedDocument) {
 
 TEST(PdfDocument, SavesTheSameBytesAndLeavesStreamsAlone) {
     const std::string content = "<< /Length 9 /Filter /ASCIIHexDecode >>\nstream\n71 51>   \nendstream";
-    const auto bytes = pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
-                                     "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] /Contents 4 0 R >>", content});
+    const auto bytes =
+        pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
+                      "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] /Contents 4 0 R >>", content});
     const auto saved = opened(bytes)->save();
     ASSERT_TRUE(saved);
     EXPECT_EQ(*saved, *opened(bytes)->save());
@@ -107,9 +110,9 @@ TEST(PdfDocument, RefusesWhateverItWouldHaveToRepair) {
     moved.replace(moved.find("/Kids"), 5, "/Kid\x01");
     EXPECT_EQ(codeOf(Data(moved)), PdfErrorCode::Damaged);
 
-    const auto named = PdfDocument::open(pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>",
-                                                       "<< /Type /Pages /Count 1 /Kids [3 0 R 2 0 R] >>",
-                                                       "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >>"}));
+    const auto named = PdfDocument::open(
+        pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R 2 0 R] >>",
+                      "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >>"}));
     ASSERT_FALSE(named);
     EXPECT_EQ(named.error().domain, kPdfErrorDomain);
     EXPECT_EQ(named.error().userInfo.at(std::string(kPdfObjectKey)), Value("object 2 0"));
@@ -121,7 +124,8 @@ TEST(PdfDocument, NeverShowsADamagedFileAsAShorterOne) {
     int refused = 0;
     for (int i = 0; i < 400; ++i) {
         std::string mutant = sound;
-        for (int n = 0; n < 3; ++n) mutant[random() % mutant.size()] = static_cast<char>(random());
+        for (int n = 0; n < 3; ++n)
+            mutant[random() % mutant.size()] = static_cast<char>(random());
         const auto document = PdfDocument::open(Data(mutant));
         if (document)
             EXPECT_EQ((*document)->pageCount(), 8u);
@@ -132,23 +136,26 @@ TEST(PdfDocument, NeverShowsADamagedFileAsAShorterOne) {
 }
 
 TEST(PdfDocument, RefusesBombsAndEncryptedFilesBeforeReadingThem) {
-    const std::string entries = "/Encrypt << /Filter /Standard /V 1 /R 2 /O (o) /U (u) /P -4 >> /ID [(a) (a)]";
-    EXPECT_EQ(codeOf(pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 0 /Kids [] >>"},
-                                  entries)),
+    const std::string entries =
+        "/Encrypt << /Filter /Standard /V 1 /R 2 /O (o) /U (u) /P -4 >> /ID [(a) (a)]";
+    EXPECT_EQ(codeOf(pdfOfObjects(
+                  {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 0 /Kids [] >>"}, entries)),
               PdfErrorCode::Encrypted);
 
     std::string chain = "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] /Next 4 0 R >>";
-    std::vector<std::string> objects{"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
-                                     chain};
-    for (int i = 5; i < 20'000; ++i) objects.push_back("<< /Next " + std::to_string(i) + " 0 R >>");
+    std::vector<std::string> objects{"<< /Type /Catalog /Pages 2 0 R >>",
+                                     "<< /Type /Pages /Count 1 /Kids [3 0 R] >>", chain};
+    for (int i = 5; i < 20'000; ++i)
+        objects.push_back("<< /Next " + std::to_string(i) + " 0 R >>");
     objects.emplace_back("<< >>");
     EXPECT_EQ(codeOf(pdfOfObjects(objects)), PdfErrorCode::TooLarge);
 }
 
 TEST(PdfDocument, TellsOfSignaturesThatSavingWouldVoid) {
-    const auto bytes = pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
-                                     "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >>",
-                                     "<< /Type /Sig /ByteRange [0 1 2 3] /Contents <00> >>"});
+    const auto bytes =
+        pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 1 /Kids [3 0 R] >>",
+                      "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >>",
+                      "<< /Type /Sig /ByteRange [0 1 2 3] /Contents <00> >>"});
     EXPECT_TRUE(opened(bytes)->hasDigitalSignatures());
     EXPECT_TRUE((*PdfDocument::join({opened(blankPdf(1)), opened(bytes)}))->hasDigitalSignatures());
     EXPECT_FALSE(opened(blankPdf(1))->hasDigitalSignatures());

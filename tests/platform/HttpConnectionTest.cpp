@@ -58,7 +58,7 @@ TEST_F(HttpConnection, KeepsItsConnectionButNoCookiesAndFollowsNoRedirect) {
 
 TEST_F(HttpConnection, SendsNothingTwiceWhenAKeptConnectionDies) {
     serve([](const ReceivedRequest& received) {
-        if (received.target() == "/fine") return ServerReply{"HTTP/1.1 204 Fine\r\n\r\n", {}, 50ms};
+        if (received.target() == "/fine") return ServerReply{"HTTP/1.1 204 Fine\r\n\r\n", {}, 50ms, 1};
         return ServerReply::closing();
     });
     int number = 0;
@@ -117,7 +117,7 @@ TEST_F(HttpConnection, TimesOutWhenNothingMovesButNotWhileSomethingDoes) {
     const auto slow = ServerReply::with(200, "done");
     serve([&](const ReceivedRequest& received) {
         if (received.target() == "/half") return slow.cutAfter(10, ServerReply::Ending::Hangs);
-        if (received.target() == "/late") return ServerReply{slow.bytes, {}, 500ms};
+        if (received.target() == "/dripping") return ServerReply{slow.bytes, {}, 1s, 3};
         return ServerReply::hanging();
     });
     for (const char* target : {"/never", "/half"}) {
@@ -129,9 +129,9 @@ TEST_F(HttpConnection, TimesOutWhenNothingMovesButNotWhileSomethingDoes) {
         EXPECT_EQ(requestSent(result), true);
         EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s) << target;
     }
-    auto late = get("/late");
-    late.idleTimeout = 1s;
-    EXPECT_TRUE(send(std::move(late)));
+    auto dripping = get("/dripping");
+    dripping.idleTimeout = 2s;
+    EXPECT_TRUE(send(std::move(dripping)));
 }
 
 class BrokenBody final : public HttpBody {
@@ -174,11 +174,11 @@ TEST_F(HttpConnection, BoundsAnswers) {
     for (int i = 0; i < 400; ++i)
         manyHeaders += "X-Padding: " + std::string(1000, 'x') + "\r\n";
     serve([&](const ReceivedRequest& received) {
-        if (received.target() == "/headers") return ServerReply{manyHeaders + "\r\n", {}, {}};
+        if (received.target() == "/headers") return ServerReply{manyHeaders + "\r\n", {}, {}, 1};
         if (received.target() == "/told")
-            return ServerReply{header + "Content-Length: 67108865\r\n\r\nx", {}, {}};
+            return ServerReply{header + "Content-Length: 67108865\r\n\r\nx", {}, {}, 1};
         return ServerReply{
-            header + "\r\n" + std::string((64 << 20) + 1, 'x'), ServerReply::Ending::Closes, {}};
+            header + "\r\n" + std::string((64 << 20) + 1, 'x'), ServerReply::Ending::Closes, {}, 1};
     });
     for (const char* target : {"/headers", "/told", "/untold"})
         EXPECT_TRUE(failedWith(send(get(target)), TransportError::TooLarge)) << target;

@@ -2,8 +2,14 @@
 #include "tests/support/FakeReachability.h"
 
 #include <gtest/gtest.h>
+#include <sched.h>
 
+#include <condition_variable>
+#include <cstdlib>
 #include <future>
+#include <mutex>
+#include <optional>
+#include <thread>
 
 namespace norvane {
 namespace {
@@ -61,6 +67,43 @@ TYPED_TEST(ReachabilityContract, LetsACallbackEndItsOwnObservationAndTheMonitor)
     });
     stored.set_value();
     EXPECT_EQ(done.get_future().wait_for(10s), std::future_status::ready);
+}
+
+/// Follows a monitor through changes that the test makes.
+class Followed {
+  public:
+    bool reaches(int status) {
+        std::unique_lock lock(mutex_);
+        return changed_.wait_for(lock, 10s, [&] { return last_ == status; });
+    }
+
+  private:
+    std::mutex mutex_; ///< guards what follows
+    std::condition_variable changed_;
+    std::optional<int> last_;
+    NetlinkReachability reachability_;
+    std::shared_ptr<void> token_ = reachability_.observe([this](int status) {
+        const std::lock_guard lock(mutex_);
+        last_ = status;
+        changed_.notify_all();
+    });
+};
+
+bool run(const char* command) { return std::system(command) == 0; }
+
+TEST(NetlinkReachability, FollowsTheNetworkOfItsNamespace) {
+    // Only the thread that makes it lives in the network, and what it starts.
+    std::thread([] {
+        if (::unshare(CLONE_NEWNET) != 0) GTEST_SKIP() << "needs the right to make a network";
+        if (!run("ip link add v0 type veth peer name v1 2>&1")) GTEST_SKIP() << "needs virtual interfaces";
+        Followed followed;
+        EXPECT_TRUE(followed.reaches(0)) << "there is but a loopback interface";
+        EXPECT_TRUE(run("ip link set lo up && ip link set v0 up && ip link set v1 up"));
+        EXPECT_TRUE(run("ip addr add 192.0.2.9/24 dev v0"));
+        EXPECT_TRUE(followed.reaches(1));
+        EXPECT_TRUE(run("ip link set v1 down"));
+        EXPECT_TRUE(followed.reaches(0)) << "the other end was pulled out";
+    }).join();
 }
 
 TEST(FakeReachability, TellsChangesUntilTheTokenGoes) {

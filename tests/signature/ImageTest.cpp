@@ -1,8 +1,8 @@
+#include <norvane/signature/Image.h>
+
 #include <gtest/gtest.h>
 
 #include <vector>
-
-#include <norvane/signature/Image.h>
 
 namespace norvane {
 namespace {

@@ -1,9 +1,9 @@
+#include <norvane/signature/NVMSignatureCleanup.h>
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <random>
-
-#include <norvane/signature/NVMSignatureCleanup.h>
 
 namespace norvane {
 namespace {
@@ -19,8 +19,10 @@ struct Dot {
 
 Image imageWith(int width, int height, const Pixel& ground, const std::vector<Dot>& dots) {
     return Image::generate(width, height, 1, [&](std::uint8_t* pixels) {
-        for (int i = 0; i < width * height; ++i) std::memcpy(pixels + i * 4, ground.data(), 4);
-        for (const Dot& dot : dots) std::memcpy(pixels + (dot.y * width + dot.x) * 4, dot.pixel.data(), 4);
+        for (int i = 0; i < width * height; ++i)
+            std::memcpy(pixels + i * 4, ground.data(), 4);
+        for (const Dot& dot : dots)
+            std::memcpy(pixels + (dot.y * width + dot.x) * 4, dot.pixel.data(), 4);
     });
 }
 
@@ -31,7 +33,8 @@ Pixel pixelAt(const Image& image, int x, int y) {
 }
 
 TEST(SignatureCleanup, CropsToEveryPixelThatIsNotPureWhite) {
-    const Image image = imageWith(200, 100, kWhite, {{70, 20, {254, 255, 255, 255}}, {150, 90, {0, 0, 0, 255}}});
+    const Image image =
+        imageWith(200, 100, kWhite, {{70, 20, {254, 255, 255, 255}}, {150, 90, {0, 0, 0, 255}}});
     const auto cropped = nvm_imageWithWhiteCropped(image);
     ASSERT_TRUE(cropped);
     EXPECT_EQ(cropped->width(), 81);
@@ -71,8 +74,9 @@ TEST(SignatureCleanup, FindsTheSameRectangleAsCountingEveryPixel) {
 }
 
 TEST(SignatureCleanup, MasksWhatIsBrightInEveryComponent) {
-    const Image photo = imageWith(4, 1, {200, 200, 200, 255}, {{1, 0, {100, 200, 200, 255}}, {2, 0, {128, 128, 128, 90}},
-                                                               {3, 0, {127, 255, 255, 90}}});
+    const Image photo =
+        imageWith(4, 1, {200, 200, 200, 255},
+                  {{1, 0, {100, 200, 200, 255}}, {2, 0, {128, 128, 128, 90}}, {3, 0, {127, 255, 255, 90}}});
     const Image masked = nvm_imageMaskedWithWhiteLevel(photo, 128);
     EXPECT_EQ(pixelAt(masked, 0, 0)[3], 0);
     EXPECT_EQ(pixelAt(masked, 1, 0), (Pixel{0, 0, 0, 255}));

@@ -1,11 +1,11 @@
+#include <norvane/signature/NVMSignatureCleanup.h>
+#include <norvane/signature/NVMSignatureDrawView.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <numbers>
-
-#include <norvane/signature/NVMSignatureCleanup.h>
-#include <norvane/signature/NVMSignatureDrawView.h>
 
 namespace norvane {
 namespace {
@@ -69,7 +69,8 @@ TEST(SignatureDrawView, SmoothsThroughTheMidpointsOfTouches) {
 
     surface.touchesEnded(touchAt(30, 60, {30, 50}));
     ASSERT_EQ(surface.paths().size(), 1u);
-    EXPECT_EQ(surface.paths()[0].bezierPath->curves.back().to, (Point{30, 55})) << "rendered once more at the end";
+    EXPECT_EQ(surface.paths()[0].bezierPath->curves.back().to, (Point{30, 55}))
+        << "rendered once more at the end";
     EXPECT_FALSE(surface.currentPath());
 }
 
@@ -100,7 +101,8 @@ TEST(SignatureDrawView, GivesAStylusItsOwnWidths) {
     EXPECT_EQ(surface.calculateLineWidthForTouch(stylus(0.5, 0.2, 0)), 6);
     EXPECT_NEAR(surface.calculateLineWidthForTouch(stylus(0.5, 0.2, std::numbers::pi / 2)), 10, 1e-9);
     EXPECT_NEAR(surface.calculateLineWidthForTouch(stylus(0.5, 0.2, -std::numbers::pi * 0.6)), 8, 1e-9);
-    EXPECT_NEAR(surface.calculateLineWidthForTouch(stylus(0.5, 0.3256637061435917, std::numbers::pi / 2)), 8, 1e-9);
+    EXPECT_NEAR(surface.calculateLineWidthForTouch(stylus(0.5, 0.3256637061435917, std::numbers::pi / 2)), 8,
+                1e-9);
     EXPECT_EQ(surface.calculateLineWidthForTouch(stylus(0.5, 0.62, std::numbers::pi / 2)), 6);
 
     surface.touchesEnded(stylus(0.5, 0.1, 0));

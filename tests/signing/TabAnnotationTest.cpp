@@ -1,3 +1,6 @@
+#include "tests/support/KitFixture.h"
+#include "tests/support/SamplePdf.h"
+
 #include <norvane/platform/NVMException.h>
 #include <norvane/sdk/Configuration.h>
 #include <norvane/signature/NVMSignatureCleanup.h>
@@ -5,9 +8,6 @@
 #include <norvane/signing/NVMPTNPDFAnnotationManager.h>
 #include <norvane/signing/NVMPTNPDFImageAnnotation.h>
 #include <norvane/signing/NVMPTNPDFTextAnnotation.h>
-
-#include "tests/support/KitFixture.h"
-#include "tests/support/SamplePdf.h"
 
 namespace norvane {
 namespace {
@@ -47,7 +47,8 @@ class TabAnnotation : public KitFixture {
     }
     static Image ink(int width, int height) {
         return Image::generate(width, height, 1, [&](std::uint8_t* pixels) {
-            for (int i = 0; i < width * height * 4; ++i) pixels[i] = i % 4 == 3 ? 255 : 0;
+            for (int i = 0; i < width * height * 4; ++i)
+                pixels[i] = i % 4 == 3 ? 255 : 0;
         });
     }
 
@@ -108,7 +109,8 @@ TEST_F(TabAnnotation, IsEditableByItsOwnRecipientOnly) {
     const auto fullName = text(tab(NVMTabTypeFullName));
     fullName->setEditableForCurrentRecipientId("1");
     EXPECT_FALSE(fullName->isEditable());
-    for (const auto flag : {PdfAnnotationFlag::ReadOnly, PdfAnnotationFlag::Locked, PdfAnnotationFlag::LockedContents})
+    for (const auto flag :
+         {PdfAnnotationFlag::ReadOnly, PdfAnnotationFlag::Locked, PdfAnnotationFlag::LockedContents})
         EXPECT_TRUE(fullName->pdfAnnotation().flag(flag));
 }
 
@@ -178,7 +180,8 @@ TEST_F(TabAnnotation, DrawsALookForEveryStateOfAnEmptyField) {
         std::vector<Image> looks{annotation->annotationImage()};
         const auto addLook = [&] {
             const Image look = annotation->annotationImage();
-            for (const Image& other : looks) EXPECT_FALSE(look == other) << type << ", look " << looks.size();
+            for (const Image& other : looks)
+                EXPECT_FALSE(look == other) << type << ", look " << looks.size();
             looks.push_back(look);
         };
         annotation->setErroneous(true);

@@ -139,8 +139,10 @@ class Tracing {
         ptrace(PTRACE_GETREGS, thread, nullptr, &registers);
         const long call = static_cast<long>(registers.orig_rax);
         if (call == SYS_openat) {
-            if (!armed_ && textAt(thread, registers.rsi).starts_with(root_)) armed_ = true;
-            if (!(registers.rdx & (O_CREAT | O_TRUNC))) return false;
+            const std::string path = textAt(thread, registers.rsi);
+            if (!armed_ && path.starts_with(root_)) armed_ = true;
+            const bool makesFile = (registers.rdx & O_CREAT) && access(path.c_str(), F_OK) != 0;
+            if (!makesFile && !(registers.rdx & O_TRUNC)) return false;
         }
         if (!armed_) return false;
         const int index = number(thread);

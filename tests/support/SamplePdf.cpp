@@ -1,5 +1,7 @@
 #include "tests/support/SamplePdf.h"
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
@@ -7,8 +9,6 @@
 #include <memory>
 #include <sstream>
 #include <stdexcept>
-
-#include "tests/support/TemporaryFolder.h"
 
 namespace norvane {
 namespace {
@@ -20,7 +20,8 @@ std::string outputOf(const std::string& command, int& status) {
     if (!pipe) throw std::runtime_error("cannot run " + command);
     std::string output;
     char chunk[4096];
-    for (std::size_t size = 0; (size = fread(chunk, 1, sizeof chunk, pipe)) > 0;) output.append(chunk, size);
+    for (std::size_t size = 0; (size = fread(chunk, 1, sizeof chunk, pipe)) > 0;)
+        output.append(chunk, size);
     status = pclose(pipe);
     return output;
 }
@@ -61,26 +62,32 @@ Data pdfOfObjects(const std::vector<std::string>& objects, const std::string& tr
         snprintf(line, sizeof line, "%010lld 00000 n \n", static_cast<long long>(offset));
         pdf << line;
     }
-    pdf << "trailer\n<< /Size " << objects.size() + 1 << " /Root 1 0 R " << trailerEntries << " >>\nstartxref\n"
+    pdf << "trailer\n<< /Size " << objects.size() + 1 << " /Root 1 0 R " << trailerEntries
+        << " >>\nstartxref\n"
         << start << "\n%%EOF\n";
     return Data(pdf.str());
 }
 
 Data blankPdf(std::size_t pages, const std::string& pageEntries) {
     std::string kids;
-    for (std::size_t i = 0; i < pages; ++i) kids += std::to_string(i + 3) + " 0 R ";
-    std::vector<std::string> objects{"<< /Type /Catalog /Pages 2 0 R >>",
-                                     "<< /Type /Pages /Count " + std::to_string(pages) + " /Kids [" + kids + "] >>"};
+    for (std::size_t i = 0; i < pages; ++i)
+        kids += std::to_string(i + 3) + " 0 R ";
+    std::vector<std::string> objects{"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count " +
+                                                                              std::to_string(pages) +
+                                                                              " /Kids [" + kids + "] >>"};
     objects.insert(objects.end(), pages, "<< /Type /Page /Parent 2 0 R " + pageEntries + " >>");
     return pdfOfObjects(objects);
 }
 
-bool RenderedPage::isInk(int x, int y) const { return std::min({at(x, y, 0), at(x, y, 1), at(x, y, 2)}) < 160; }
+bool RenderedPage::isInk(int x, int y) const {
+    return std::min({at(x, y, 0), at(x, y, 1), at(x, y, 2)}) < 160;
+}
 
 int RenderedPage::inkCount(int x, int y, int columns, int rows) const {
     int count = 0;
     for (int row = y; row < y + rows; ++row)
-        for (int column = x; column < x + columns; ++column) count += isInk(column, row) ? 1 : 0;
+        for (int column = x; column < x + columns; ++column)
+            count += isInk(column, row) ? 1 : 0;
     return count;
 }
 

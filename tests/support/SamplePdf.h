@@ -1,9 +1,9 @@
 #pragma once
 
+#include <norvane/platform/Data.h>
+
 #include <string>
 #include <vector>
-
-#include <norvane/platform/Data.h>
 
 namespace norvane {
 

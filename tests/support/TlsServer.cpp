@@ -110,11 +110,11 @@ ServerReply ServerReply::with(int status, std::string_view body, const Headers& 
     for (const auto& [name, value] : headers)
         bytes += name + ": " + value + "\r\n";
     if (status != 204 && status != 304) bytes += "Content-Length: " + std::to_string(body.size()) + "\r\n";
-    return {bytes + "\r\n" + std::string(body), Ending::KeepsOpen, {}};
+    return {bytes + "\r\n" + std::string(body), Ending::KeepsOpen, {}, 1};
 }
 
 ServerReply ServerReply::cutAfter(std::size_t count, Ending how) const {
-    return {bytes.substr(0, count), how, delay};
+    return {bytes.substr(0, count), how, delay, pieces};
 }
 
 TlsServer::TlsServer(std::optional<ServerIdentity> identity, Handler handler)
@@ -239,11 +239,15 @@ bool TlsServer::answer(Connection& connection, ReceivedRequest request) {
 }
 
 bool TlsServer::finish(Connection& connection, const ServerReply& reply) {
-    std::unique_lock lock(mutex_);
-    if (changed_.wait_for(lock, reply.delay, [this] { return stopping_; })) return false;
-    lock.unlock();
-    if (!connection.send(reply.bytes) || reply.ending == ServerReply::Ending::Closes) return false;
-    if (reply.ending == ServerReply::Ending::KeepsOpen) return true;
+    const std::size_t size = reply.bytes.size() / reply.pieces + 1;
+    for (std::size_t piece = 0; piece < reply.pieces; ++piece) {
+        std::unique_lock lock(mutex_);
+        if (changed_.wait_for(lock, reply.delay, [this] { return stopping_; })) return false;
+        lock.unlock();
+        const auto begin = std::min(piece * size, reply.bytes.size());
+        if (!connection.send(std::string_view(reply.bytes).substr(begin, size))) return false;
+    }
+    if (reply.ending != ServerReply::Ending::Hangs) return reply.ending == ServerReply::Ending::KeepsOpen;
     while (connection.receive(connection.unread)) { // until the client or the test gives up
     }
     return false;

@@ -37,14 +37,15 @@ struct ServerReply {
 
     std::string bytes; ///< all that goes over the wire
     Ending ending = Ending::KeepsOpen;
-    std::chrono::milliseconds delay{0}; ///< before the first byte
+    std::chrono::milliseconds delay{0}; ///< before each piece
+    std::size_t pieces = 1;             ///< how many the bytes are sent in
 
     using Headers = std::vector<std::pair<std::string, std::string>>;
     /// A well-formed answer with a "Content-Length".
     static ServerReply with(int status, std::string_view body = {}, const Headers& headers = {});
     /// Closes the connection, or leaves it open, and never answers.
-    static ServerReply closing() { return {{}, Ending::Closes, {}}; }
-    static ServerReply hanging() { return {{}, Ending::Hangs, {}}; }
+    static ServerReply closing() { return {{}, Ending::Closes, {}, 1}; }
+    static ServerReply hanging() { return {{}, Ending::Hangs, {}, 1}; }
     /// Only the first bytes of this reply, and then the other ending.
     ServerReply cutAfter(std::size_t count, Ending how = Ending::Closes) const;
 };

@@ -22,6 +22,10 @@ class NVESEnvelopesApi : public NVESServiceApi {
     std::uint64_t
     createEnvelopeWithCompletionBlock(const Text& accountId, const NVESEnvelopeDefinition& envelopeDefinition,
                                       NVESRecordCompletion<NVESEnvelopeSummary> completionHandler) const;
+    std::uint64_t
+    createEnvelopeWithCompletionBlock(const Text& accountId, const NVESEnvelopeDefinition& envelopeDefinition,
+                                      const NVESEnvelopesApi_CreateEnvelopeOptions& options,
+                                      NVESRecordCompletion<NVESEnvelopeSummary> completionHandler) const;
     /// Sends the envelope as JSON, its documents from their local files and its signature images as parts of
     /// one request. The files are read while they are sent; one that changes meanwhile fails the request. Of
     /// the given definition, the documents' local addresses and the image tabs' image data are cleared.

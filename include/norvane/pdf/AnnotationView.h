@@ -1,13 +1,13 @@
 #pragma once
 
-#include <cstddef>
-
 #include <norvane/pdf/PdfAnnotation.h>
+
+#include <cstddef>
 
 namespace norvane {
 
-/// The viewer as the annotations see it; the host's view implements it. Called on the main thread, without any
-/// lock of the document held.
+/// The viewer as the annotations see it; the host's view implements it. Called on the main thread, without
+/// any lock of the document held.
 class AnnotationView {
   public:
     virtual ~AnnotationView() = default;

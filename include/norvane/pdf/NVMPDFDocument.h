@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/pdf/PdfDocument.h>
+
 #include <cstddef>
 #include <memory>
 #include <optional>
 #include <vector>
-
-#include <norvane/pdf/PdfDocument.h>
 
 namespace norvane {
 

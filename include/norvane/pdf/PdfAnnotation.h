@@ -1,12 +1,12 @@
 #pragma once
 
+#include <norvane/pdf/PdfRect.h>
+#include <norvane/platform/Geometry.h>
+
 #include <cstddef>
 #include <memory>
 #include <mutex>
 #include <string>
-
-#include <norvane/pdf/PdfRect.h>
-#include <norvane/platform/Geometry.h>
 
 namespace norvane {
 
@@ -78,7 +78,8 @@ class PdfAnnotation {
     friend bool operator==(const PdfAnnotation& a, const PdfAnnotation& b) { return a.state_ == b.state_; }
 
     struct State;
-    explicit PdfAnnotation(std::shared_ptr<State> state) : state_(std::move(state)) {}
+    explicit PdfAnnotation(std::shared_ptr<State> state)
+        : state_(std::move(state)) {}
 
   private:
     friend class PdfPage;

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <cstddef>
-#include <memory>
-#include <mutex>
-#include <vector>
-
 #include <norvane/pdf/PdfPage.h>
 #include <norvane/platform/Data.h>
 #include <norvane/platform/Result.h>
 #include <norvane/signature/Image.h>
+
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <vector>
 
 namespace norvane {
 
@@ -21,7 +21,8 @@ class PdfImage {
 
   private:
     friend class PdfDocument;
-    explicit PdfImage(int objectNumber) : objectNumber_(objectNumber) {}
+    explicit PdfImage(int objectNumber)
+        : objectNumber_(objectNumber) {}
     int objectNumber_ = 0;
 };
 

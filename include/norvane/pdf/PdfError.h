@@ -12,8 +12,8 @@ inline constexpr std::string_view kPdfObjectKey = "pdfObject";
 inline constexpr std::string_view kPdfDetailKey = "pdfDetail";
 
 enum class PdfErrorCode {
-    Damaged = 1,  ///< no PDF, or one that could only be read by guessing
-    TooLarge = 2, ///< beyond one of the bounds of `PdfDocument`
+    Damaged = 1,   ///< no PDF, or one that could only be read by guessing
+    TooLarge = 2,  ///< beyond one of the bounds of `PdfDocument`
     Encrypted = 3, ///< protected, which the engine does not open
     NoSuchPage = 4,
 };

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/pdf/PdfAnnotation.h>
+#include <norvane/platform/Geometry.h>
+
 #include <cstddef>
 #include <memory>
 #include <optional>
-
-#include <norvane/pdf/PdfAnnotation.h>
-#include <norvane/platform/Geometry.h>
 
 namespace norvane {
 
@@ -30,7 +30,8 @@ class PdfPage {
                                               double minimumLineWeight = 0) const;
 
     struct State;
-    explicit PdfPage(std::shared_ptr<const State> state) : state_(std::move(state)) {}
+    explicit PdfPage(std::shared_ptr<const State> state)
+        : state_(std::move(state)) {}
 
   private:
     std::shared_ptr<const State> state_;

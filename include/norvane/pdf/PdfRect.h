@@ -2,8 +2,8 @@
 
 namespace norvane {
 
-/// A rectangle by two corners in points, y growing upwards from the bottom edge of the page's media box. It is
-/// kept as given: y1 may lie above y2.
+/// A rectangle by two corners in points, y growing upwards from the bottom edge of the page's media box. It
+/// is kept as given: y1 may lie above y2.
 struct PdfRect {
     double x1 = 0;
     double y1 = 0;

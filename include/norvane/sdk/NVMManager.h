@@ -23,8 +23,8 @@ inline constexpr NVMNetworkMode NVMNetworkModeOnline = 0;
 inline constexpr NVMNetworkMode NVMNetworkModeOffline = 1;
 
 /// Starts the kit and signs its user in and out. All state is the process's; there are no instances. Any
-/// thread may call; set-up and sign-out block on the store and must not run twice at once (they wait for one
-/// another).
+/// thread may call; set-up and sign-out block on the store. A sign-out ends the sign-ins and fetches that are
+/// under way: they store nothing more, and their completions get an error.
 class NVMManager {
   public:
     using Text = std::optional<std::string>;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+
 #include <cstdint>
-#include <mutex>
+#include <functional>
 
 namespace norvane {
 
@@ -22,11 +24,12 @@ void NVM_clearCredentialsAndCachedTemplatesSuccessful(bool successful);
 bool NVM_isSetupAndLoginSuccessful();
 
 /// Goes up with every sign-in and sign-out. Work that began under another number belongs to a user who has
-/// left: it must not store what it brings. To store, hold the session, compare the number, store, let go.
+/// left, and must not store what it brings.
 std::uint64_t sessionNumber();
-/// While held, no session ends. Never while calling out to the host.
-std::unique_lock<std::mutex> holdSession();
-/// Waits for those who hold the session.
-void beginNextSession();
+/// The new number. Waits for work that runs in the present session.
+std::uint64_t beginNextSession();
+/// Runs the work, and hands on its error, while no session can end; NVM_errorUserNotLoggedIn, without running
+/// it, when that session has ended. The work must not call the host, nor begin a session.
+Failure inSession(std::uint64_t session, const std::function<Failure()>& work);
 
 } // namespace norvane

@@ -1,14 +1,14 @@
 #pragma once
 
+#include <norvane/platform/Data.h>
+#include <norvane/platform/Geometry.h>
+#include <norvane/platform/Result.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string_view>
-
-#include <norvane/platform/Data.h>
-#include <norvane/platform/Geometry.h>
-#include <norvane/platform/Result.h>
 
 namespace norvane {
 
@@ -16,8 +16,9 @@ namespace norvane {
 inline constexpr std::string_view kImageErrorDomain = "NorvaneImageErrorDomain";
 enum class ImageErrorCode { NotPng = 1, TooLarge = 2, Damaged = 3 };
 
-/// A bitmap: rows from top to bottom, four bytes a pixel (red, green, blue, alpha not multiplied in). A value,
-/// cheap to copy: copies and large regions share one immutable buffer. Safe to read from several threads.
+/// A bitmap: rows from top to bottom, four bytes a pixel (red, green, blue, alpha not multiplied in). A
+/// value, cheap to copy: copies and large regions share one immutable buffer. Safe to read from several
+/// threads.
 class Image {
   public:
     static constexpr int kMaximumSide = 32'767;
@@ -25,8 +26,8 @@ class Image {
 
     /// The null image: no pixels, size 0 x 0.
     Image() = default;
-    /// An image whose tight rows (4 * width bytes each) `fill` writes, every byte of them. The null image when
-    /// a dimension is not positive or a bound above is passed; `fill` does not run then.
+    /// An image whose tight rows (4 * width bytes each) `fill` writes, every byte of them. The null image
+    /// when a dimension is not positive or a bound above is passed; `fill` does not run then.
     static Image generate(int width, int height, double scale,
                           const std::function<void(std::uint8_t* pixels)>& fill);
     /// Copies tight rows.
@@ -38,7 +39,7 @@ class Image {
     bool isNull() const { return width_ == 0; }
     int width() const { return width_; } ///< pixels
     int height() const { return height_; }
-    double scale() const { return scale_; } ///< pixels a point
+    double scale() const { return scale_; }                           ///< pixels a point
     Size size() const { return {width_ / scale_, height_ / scale_}; } ///< points
     const std::uint8_t* row(int y) const { return origin_ + static_cast<std::size_t>(y) * stride_; }
     std::size_t bytesPerRow() const { return stride_; } ///< from one row to the next; may exceed 4 * width

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <norvane/signature/SignatureCapture.h>
+
 #include <memory>
 #include <optional>
-
-#include <norvane/signature/SignatureCapture.h>
 
 namespace norvane {
 
@@ -14,7 +14,8 @@ class NVMSignatureCaptureViewController {
 
     /// The delegate is held weakly.
     NVMSignatureCaptureViewController(SignatureKind kind, std::weak_ptr<SignatureCaptureDelegate> delegate)
-        : kind_(kind), delegate_(std::move(delegate)) {}
+        : kind_(kind)
+        , delegate_(std::move(delegate)) {}
 
     /// Keeps the photo (upright, one pixel a point), cropped to the preview's size. A new one replaces it.
     void captureTaken(const Image& photo, Size previewSize);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
-
 #include <norvane/signature/Image.h>
+
+#include <optional>
 
 namespace norvane {
 
@@ -10,8 +10,8 @@ namespace norvane {
 /// or fully transparent ones.
 enum class NVMCropMode { White = 0, Transparent = 1 };
 
-/// Cuts out the smallest rectangle that holds all ink, without padding, at the image's own scale. Nothing when
-/// there is no ink at all.
+/// Cuts out the smallest rectangle that holds all ink, without padding, at the image's own scale. Nothing
+/// when there is no ink at all.
 std::optional<Image> nvm_imageWithCropping(const Image& image, NVMCropMode mode);
 std::optional<Image> nvm_imageWithWhiteCropped(const Image& image);
 std::optional<Image> nvm_imageWithTransparentCropped(const Image& image);

@@ -1,14 +1,14 @@
 #pragma once
 
+#include <norvane/signature/Image.h>
+#include <norvane/signature/StrokePath.h>
+#include <norvane/signature/Touch.h>
+
 #include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
-
-#include <norvane/signature/Image.h>
-#include <norvane/signature/StrokePath.h>
-#include <norvane/signature/Touch.h>
 
 namespace norvane {
 

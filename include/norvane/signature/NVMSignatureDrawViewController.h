@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/signature/NVMSignatureDrawView.h>
+#include <norvane/signature/SignatureCapture.h>
+
 #include <functional>
 #include <memory>
 #include <string>
-
-#include <norvane/signature/NVMSignatureDrawView.h>
-#include <norvane/signature/SignatureCapture.h>
 
 namespace norvane {
 

@@ -1,6 +1,5 @@
 #pragma once
 
-
 #include <norvane/signature/Image.h>
 
 namespace norvane {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <vector>
-
 #include <norvane/platform/Geometry.h>
+
+#include <vector>
 
 namespace norvane {
 

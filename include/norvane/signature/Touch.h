@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
-
 #include <norvane/platform/Geometry.h>
+
+#include <optional>
 
 namespace norvane {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/model/NVMTabType.h>
+
 #include <cstdint>
 #include <optional>
 #include <string>
-
-#include <norvane/model/NVMTabType.h>
 
 namespace norvane {
 

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <string>
-
 #include <norvane/pdf/AnnotationView.h>
 #include <norvane/pdf/PdfAnnotation.h>
 #include <norvane/pdf/PdfPage.h>
@@ -11,14 +7,18 @@
 #include <norvane/signature/Image.h>
 #include <norvane/signing/AnnotatedTab.h>
 
+#include <memory>
+#include <optional>
+#include <string>
+
 namespace norvane {
 
 /// Added to the width of a measured text, in points.
 inline constexpr double NVM_WIDTH_PADDING = 10;
 
 /// A tab shown on a page: the engine's annotation, and the state that decides its look. Base of the text and
-/// the image annotation; what it leaves to them throws NVMException ("NSInternalInconsistencyException") here.
-/// Main thread only. Positions and sizes are in points.
+/// the image annotation; what it leaves to them throws NVMException ("NSInternalInconsistencyException")
+/// here. Main thread only. Positions and sizes are in points.
 class NVMPDFBaseAnnotation {
   public:
     NVMPDFBaseAnnotation() = default;
@@ -63,9 +63,9 @@ class NVMPDFBaseAnnotation {
     /// Page of the document, from 1; 0 before there is an engine annotation.
     std::size_t page() const { return pdfAnnotation_.pageNumber(); }
 
-    /// The contents for text, company, title, full name and date signed, else the type's display name. Setting
-    /// it writes the contents of those and of formulas: that a formula shows a value but does not report it
-    /// is deliberate.
+    /// The contents for text, company, title, full name and date signed, else the type's display name.
+    /// Setting it writes the contents of those and of formulas: that a formula shows a value but does not
+    /// report it is deliberate.
     std::string subject() const;
     void setSubject(const std::string& subject);
     std::optional<std::string> value; ///< as entered
@@ -89,7 +89,8 @@ class NVMPDFBaseAnnotation {
     bool isDeleted() const { return false; }
     bool isSignatureOrInitials() const;
 
-    /// Shows the text. A text of a type that grows widens the annotation; it never shrinks. Nothing is ignored.
+    /// Shows the text. A text of a type that grows widens the annotation; it never shrinks. Nothing is
+    /// ignored.
     void setVisualContent(const std::optional<std::string>& text);
     void setContentIncreaseWidthToFitContent(const std::optional<std::string>& text, bool increaseWidth);
     /// The text's size on one line, with the padding.

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/signing/NVMPDFBaseAnnotation.h>
+
 #include <map>
 #include <memory>
 #include <string>
-
-#include <norvane/signing/NVMPDFBaseAnnotation.h>
 
 namespace norvane {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
-#include <optional>
-
 #include <norvane/pdf/PdfDocument.h>
 #include <norvane/signing/NVMPDFBaseAnnotation.h>
+
+#include <memory>
+#include <optional>
 
 namespace norvane {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <memory>
-
 #include <norvane/pdf/PdfDocument.h>
 #include <norvane/signing/NVMPDFBaseAnnotation.h>
+
+#include <memory>
 
 namespace norvane {
 
@@ -15,10 +15,9 @@ class NVMPTNPDFTextAnnotation final : public NVMPDFBaseAnnotation {
   public:
     /// A new annotation on the page, beneath those that are there; null without a document. Nothing is
     /// updated where there is no viewer.
-    static std::shared_ptr<NVMPTNPDFTextAnnotation> CreateWithTab(const AnnotatedTab& tab,
-                                                                  const std::shared_ptr<PdfDocument>& document,
-                                                                  const PdfPage& page,
-                                                                  const std::weak_ptr<AnnotationView>& view);
+    static std::shared_ptr<NVMPTNPDFTextAnnotation>
+    CreateWithTab(const AnnotatedTab& tab, const std::shared_ptr<PdfDocument>& document, const PdfPage& page,
+                  const std::weak_ptr<AnnotationView>& view);
 
     bool isTextBased() const override { return true; }
     bool isImageBased() const override { return false; }

@@ -76,18 +76,17 @@ void finishEnvelope(const NVMEnvelopeTemplate& envelope, NVMCDEnvelopeDefinition
 constexpr std::string_view kEnvelopeExceptions[] = {"documents"};
 
 constexpr ConversionRule kRules[] = {
-    {&NVMSignHere::type, &NVMCDTab::type, {}, {}, true, &Then<finishImageTab>::apply},
-    {&NVMInitialHere::type, &NVMCDTab::type, {}, {}, true, &Then<finishImageTab>::apply},
-    {nullptr, &NVMCDTab::type, {}, {}, true, &Then<finishTab>::apply},
-    {nullptr, &NVMCDRecipient::type, {}, {}, true, &Then<finishRecipient>::apply},
+    {&NVMSignHere::type, &NVMCDTab::type, {}, {}, &Then<finishImageTab>::apply},
+    {&NVMInitialHere::type, &NVMCDTab::type, {}, {}, &Then<finishImageTab>::apply},
+    {nullptr, &NVMCDTab::type, {}, {}, &Then<finishTab>::apply},
+    {nullptr, &NVMCDRecipient::type, {}, {}, &Then<finishRecipient>::apply},
     {&NVMOfflineAttributes::type,
      &NVMCDOfflineAttributes::type,
      {},
      {},
-     true,
      &Then<finishOfflineAttributes>::apply},
-    {&NVMDocument::type, &NVMCDDocument::type, {}, {}, true, &Then<finishDocument>::apply},
-    {nullptr, &NVMCDEnvelopeDefinition::type, {}, kEnvelopeExceptions, true, &Then<finishEnvelope>::apply},
+    {&NVMDocument::type, &NVMCDDocument::type, {}, {}, &Then<finishDocument>::apply},
+    {nullptr, &NVMCDEnvelopeDefinition::type, {}, kEnvelopeExceptions, &Then<finishEnvelope>::apply},
 };
 
 const RecordConversion& domainToStore() {

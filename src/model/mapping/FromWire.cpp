@@ -56,12 +56,12 @@ void finishTemplateDefinition(const NVESEnvelopeTemplateResult& wire,
 
 template <class Wire, class T>
 constexpr ConversionRule tabRule() {
-    return {&Wire::type, &T::type, {}, {}, true, &Then<finishTab<Wire, T>>::apply};
+    return {&Wire::type, &T::type, {}, {}, &Then<finishTab<Wire, T>>::apply};
 }
 
 template <class Wire, class T>
 constexpr ConversionRule imageTabRule() {
-    return {&Wire::type, &T::type, {}, {}, true, &Then<finishImageTab<Wire, T>>::apply};
+    return {&Wire::type, &T::type, {}, {}, &Then<finishImageTab<Wire, T>>::apply};
 }
 
 constexpr ConversionRule kRules[] = {
@@ -75,12 +75,11 @@ constexpr ConversionRule kRules[] = {
     tabRule<NVESDateSigned, NVMDateSigned>(),
     tabRule<NVESFormulaTab, NVMFormula>(),
     tabRule<NVESRadio, NVMRadio>(),
-    {&NVESRadioGroup::type, &NVMRadioGroup::type, {}, {}, true, &Then<finishRadioGroup>::apply},
+    {&NVESRadioGroup::type, &NVMRadioGroup::type, {}, {}, &Then<finishRadioGroup>::apply},
     {&NVESEnvelopeTemplateResult::type,
      &NVMEnvelopeTemplateDefinition::type,
      {},
      {},
-     true,
      &Then<finishTemplateDefinition>::apply},
 };
 

@@ -74,12 +74,12 @@ void finishTemplate(const NVMCDEnvelopeTemplate& stored, NVMEnvelopeTemplate& en
 
 template <class T, void (*FINISH)(const NVMCDTab&, T&)>
 constexpr ConversionRule tabRule() {
-    return {&NVMCDTab::type, &T::type, {}, {}, true, &Then<FINISH>::apply};
+    return {&NVMCDTab::type, &T::type, {}, {}, &Then<FINISH>::apply};
 }
 
 template <class T>
 constexpr ConversionRule plainTabRule() {
-    return {&NVMCDTab::type, &T::type, {}, {}, true, [](const void* from, void* to) {
+    return {&NVMCDTab::type, &T::type, {}, {}, [](const void* from, void* to) {
                 finishTab(*static_cast<const NVMCDTab*>(from), *static_cast<T*>(to));
             }};
 }
@@ -89,7 +89,7 @@ constexpr std::string_view kRecipientExceptions[] = {"recipientType"};
 
 template <class T>
 constexpr ConversionRule recipientRule() {
-    return {&NVMCDRecipient::type, &T::type, {}, kRecipientExceptions, true, [](const void* from, void* to) {
+    return {&NVMCDRecipient::type, &T::type, {}, kRecipientExceptions, [](const void* from, void* to) {
                 finishRecipient(*static_cast<const NVMCDRecipient*>(from), *static_cast<T*>(to));
             }};
 }
@@ -114,20 +114,14 @@ constexpr ConversionRule kRules[] = {
     recipientRule<NVMInPersonSigner>(),
     recipientRule<NVMIntermediary>(),
     recipientRule<NVMSigner>(),
-    {&NVMCDRadioGroup::type, &NVMRadioGroup::type, {}, {}, true, &Then<finishRadioGroup>::apply},
+    {&NVMCDRadioGroup::type, &NVMRadioGroup::type, {}, {}, &Then<finishRadioGroup>::apply},
     {&NVMCDOfflineAttributes::type,
      &NVMOfflineAttributes::type,
      {},
      {},
-     true,
      &Then<finishOfflineAttributes>::apply},
-    {&NVMCDEnvelopeDefinition::type,
-     &NVMEnvelopeDefinition::type,
-     {},
-     {},
-     true,
-     &Then<finishEnvelope>::apply},
-    {&NVMCDEnvelopeTemplate::type, &NVMEnvelopeTemplate::type, {}, {}, true, &Then<finishTemplate>::apply},
+    {&NVMCDEnvelopeDefinition::type, &NVMEnvelopeDefinition::type, {}, {}, &Then<finishEnvelope>::apply},
+    {&NVMCDEnvelopeTemplate::type, &NVMEnvelopeTemplate::type, {}, {}, &Then<finishTemplate>::apply},
 };
 
 } // namespace

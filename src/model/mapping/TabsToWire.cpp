@@ -67,7 +67,7 @@ constexpr std::string_view kTabExceptions[] = {"templateLocked", "templateRequir
 
 template <class T, void (*FINISH)(const NVMCDTab&, T&)>
 constexpr ConversionRule tabRule() {
-    return {&NVMCDTab::type, &T::type, {}, kTabExceptions, true, &Then<FINISH>::apply};
+    return {&NVMCDTab::type, &T::type, {}, kTabExceptions, &Then<FINISH>::apply};
 }
 
 constexpr std::string_view kRadioGroupFields[] = {"documentId", "recipientId", "groupName", "radios"};

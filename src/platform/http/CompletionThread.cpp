@@ -37,11 +37,12 @@ CompletionThread::CompletionThread()
 CompletionThread::~CompletionThread() { finish(); }
 
 void CompletionThread::post(std::function<void()> task) {
+    const auto state = state_; // the task may destroy this object before we are through
     {
-        const std::lock_guard lock(state_->mutex);
-        state_->tasks.push_back(std::move(task));
+        const std::lock_guard lock(state->mutex);
+        state->tasks.push_back(std::move(task));
     }
-    state_->changed.notify_one();
+    state->changed.notify_one();
 }
 
 void CompletionThread::finish() {

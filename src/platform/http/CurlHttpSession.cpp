@@ -105,11 +105,13 @@ CurlHttpSession::CurlHttpSession(std::shared_ptr<Files> files,
 CurlHttpSession::~CurlHttpSession() { core_->shutDown(); }
 
 void CurlHttpSession::send(HttpRequest request, Completion completion) {
-    core_->send(std::move(request), std::move(completion));
+    const auto core = core_; // the completion may destroy the session before we are through
+    core->send(std::move(request), std::move(completion));
 }
 
 void CurlHttpSession::download(HttpRequest request, Completion completion) {
-    core_->download(std::move(request), std::move(completion));
+    const auto core = core_;
+    core->download(std::move(request), std::move(completion));
 }
 
 void CurlHttpSession::clearCache() { core_->cache().clear(); }

@@ -12,6 +12,13 @@ NVMError refused(const HttpRequest& request, std::string why) {
     return transportError(TransportError::Refused, std::move(why), evidence(request.url));
 }
 
+/// A user name or password in an address would end up wherever addresses are written down.
+bool namesUser(const Url& url) {
+    const std::string& text = url.absoluteString();
+    const auto begin = text.find("://") + 3;
+    return text.substr(begin, text.find_first_of("/?#", begin) - begin).find('@') != std::string::npos;
+}
+
 bool framesMessage(std::string_view name) {
     return asciiEqualsIgnoringCase(name, "Content-Length") ||
            asciiEqualsIgnoringCase(name, "Transfer-Encoding") || asciiEqualsIgnoringCase(name, "Expect");
@@ -31,6 +38,8 @@ Failure refusal(const HttpRequest& request) {
     const std::string scheme = request.url.scheme();
     if (scheme != "https" && !(scheme == "http" && request.url.isLoopback()))
         return refused(request, "The server's address must begin with https.");
+    if (namesUser(request.url))
+        return refused(request, "The server's address must not hold a user name or password.");
     if (!isHttpToken(request.method)) return refused(request, "The request's method is not a word of HTTP.");
     for (const auto& [name, value] : request.headers) {
         if (!isHttpToken(name)) return refused(request, "A request header's name is not allowed.");

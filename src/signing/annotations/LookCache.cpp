@@ -7,7 +7,8 @@ namespace norvane {
 Image LookCache::image(const std::string& key, const std::function<Image()>& draw) {
     {
         const std::lock_guard lock(mutex_);
-        const auto found = std::find_if(looks_.begin(), looks_.end(), [&](const auto& look) { return look.first == key; });
+        const auto found =
+            std::find_if(looks_.begin(), looks_.end(), [&](const auto& look) { return look.first == key; });
         if (found != looks_.end()) {
             looks_.splice(looks_.begin(), looks_, found);
             return looks_.front().second;

@@ -1,13 +1,13 @@
 #pragma once
 
+#include <norvane/signature/Image.h>
+
 #include <cstddef>
 #include <functional>
 #include <list>
 #include <mutex>
 #include <string>
 #include <utility>
-
-#include <norvane/signature/Image.h>
 
 namespace norvane {
 
@@ -19,8 +19,8 @@ class LookCache {
     Image image(const std::string& key, const std::function<Image()>& draw);
 
   private:
-    static constexpr std::size_t kCapacity = 32; // looks of a page rarely differ in more than a few ways
-    std::mutex mutex_;                           ///< guards `looks_`
+    static constexpr std::size_t kCapacity = 32;     // looks of a page rarely differ in more than a few ways
+    std::mutex mutex_;                               ///< guards `looks_`
     std::list<std::pair<std::string, Image>> looks_; ///< latest first
 };
 

@@ -1,8 +1,7 @@
+#include <norvane/platform/Platform.h>
 #include <norvane/signing/NVMGeometry.h>
 
 #include <cmath>
-
-#include <norvane/platform/Platform.h>
 
 namespace norvane {
 

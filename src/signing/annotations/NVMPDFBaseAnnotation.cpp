@@ -1,15 +1,15 @@
+#include <norvane/platform/NVMException.h>
+#include <norvane/sdk/Configuration.h>
 #include <norvane/signing/NVMPDFBaseAnnotation.h>
 
 #include <algorithm>
-
-#include <norvane/platform/NVMException.h>
-#include <norvane/sdk/Configuration.h>
 
 namespace norvane {
 namespace {
 
 [[noreturn]] void mustOverride(const std::string& operation) {
-    throw NVMException("NSInternalInconsistencyException", "You must override " + operation + " in a subclass");
+    throw NVMException("NSInternalInconsistencyException",
+                       "You must override " + operation + " in a subclass");
 }
 
 bool readsContentsAsSubject(NVMTagType type) {
@@ -22,12 +22,17 @@ bool showsSubject(NVMTagType type) { return readsContentsAsSubject(type) || type
 
 Size NVMPDFBaseAnnotation::defaultSizeForTabType(NVMTagType type) {
     switch (type) {
-    case NVMTabTypeUnsupported: return {0, 0};
-    case NVMTabTypeSignHere: return {53, 45};
-    case NVMTabTypeInitialHere: return {36, 50};
+    case NVMTabTypeUnsupported:
+        return {0, 0};
+    case NVMTabTypeSignHere:
+        return {53, 45};
+    case NVMTabTypeInitialHere:
+        return {36, 50};
     case NVMTabTypeCheckbox:
-    case NVMTabTypeRadio: return {17, 17};
-    default: return {84, 19};
+    case NVMTabTypeRadio:
+        return {17, 17};
+    default:
+        return {84, 19};
     }
 }
 
@@ -120,8 +125,7 @@ Size NVMPDFBaseAnnotation::getContentSizeBasedOnContent(const std::string& text)
 
 void NVMPDFBaseAnnotation::increaseWidthToFitSize(const Size& size) {
     const PdfRect rect = pdfAnnotation_.rect();
-    if (size.width > rect.width())
-        pdfAnnotation_.resize({rect.x1, rect.y1, rect.x1 + size.width, rect.y2});
+    if (size.width > rect.width()) pdfAnnotation_.resize({rect.x1, rect.y1, rect.x1 + size.width, rect.y2});
 }
 
 void NVMPDFBaseAnnotation::setDefaultVisualContentIfEmpty() {

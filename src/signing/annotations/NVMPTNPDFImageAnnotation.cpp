@@ -1,12 +1,11 @@
+#include "src/signing/annotations/TabLooks.h"
+
+#include <norvane/platform/Platform.h>
+#include <norvane/signing/NVMGeometry.h>
 #include <norvane/signing/NVMPTNPDFImageAnnotation.h>
 
 #include <algorithm>
 #include <cmath>
-
-#include <norvane/platform/Platform.h>
-#include <norvane/signing/NVMGeometry.h>
-
-#include "src/signing/annotations/TabLooks.h"
 
 namespace norvane {
 namespace {

@@ -10,10 +10,14 @@ constexpr Color kGreyText{0.6, 0.6, 0.6, 1};
 
 Color borderColorOf(NVMTextAnnotationState state) {
     switch (state) {
-    case NVMTextAnnotationState::Normal: return {0.165, 0.4, 0.902, 1};
-    case NVMTextAnnotationState::Highlighted: return {0.2, 0.9, 0.3, 1};
-    case NVMTextAnnotationState::Error: return {0.765, 0.114, 0.169, 1};
-    case NVMTextAnnotationState::ReadOnly: break;
+    case NVMTextAnnotationState::Normal:
+        return {0.165, 0.4, 0.902, 1};
+    case NVMTextAnnotationState::Highlighted:
+        return {0.2, 0.9, 0.3, 1};
+    case NVMTextAnnotationState::Error:
+        return {0.765, 0.114, 0.169, 1};
+    case NVMTextAnnotationState::ReadOnly:
+        break;
     }
     return {0.8, 0.8, 0.8, 1};
 }

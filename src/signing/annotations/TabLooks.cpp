@@ -1,13 +1,13 @@
 #include "src/signing/annotations/TabLooks.h"
 
-#include <algorithm>
-#include <numbers>
-#include <string>
+#include "src/signature/CairoCanvas.h"
+#include "src/signing/annotations/LookCache.h"
 
 #include <norvane/platform/Platform.h>
 
-#include "src/signature/CairoCanvas.h"
-#include "src/signing/annotations/LookCache.h"
+#include <algorithm>
+#include <numbers>
+#include <string>
 
 namespace norvane {
 namespace {
@@ -71,7 +71,8 @@ void fillAndOutline(CairoCanvas& canvas, const TabLook& look, const Scheme& sche
     canvas.setColor(scheme.fill);
     cairo_fill_preserve(context);
     canvas.setColor(look.isHighlighted ? kGreen : scheme.outline);
-    cairo_set_line_width(context, look.isHighlighted ? look.strokeWidth + look.highlightWidth : look.strokeWidth);
+    cairo_set_line_width(context,
+                         look.isHighlighted ? look.strokeWidth + look.highlightWidth : look.strokeWidth);
     cairo_stroke(context);
 }
 
@@ -92,7 +93,8 @@ void drawText(CairoCanvas& canvas, const std::string& text, const Rect& rect, co
     canvas.setColor(color);
     // Centred on the capitals' height, as most labels have no descenders.
     const double capitals = font.ascent * 0.77;
-    cairo_move_to(context, rect.x + (rect.width - extents.x_advance) / 2, rect.y + (rect.height + capitals) / 2);
+    cairo_move_to(context, rect.x + (rect.width - extents.x_advance) / 2,
+                  rect.y + (rect.height + capitals) / 2);
     cairo_show_text(context, text.c_str());
     cairo_new_path(context);
 }
@@ -134,8 +136,9 @@ void drawBadge(CairoCanvas& canvas, const TabLook& look, const char* labelKey) {
     if (look.isRequired) {
         drawText(canvas, strings.text(labelKey), inside, scheme.label, kBoldFont, height * 0.52);
     } else {
-        drawText(canvas, strings.text(labelKey), {inside.x, inside.y + height * 0.08, inside.width, height * 0.5},
-                 scheme.label, kBoldFont, height * 0.42);
+        drawText(canvas, strings.text(labelKey),
+                 {inside.x, inside.y + height * 0.08, inside.width, height * 0.5}, scheme.label, kBoldFont,
+                 height * 0.42);
         drawText(canvas, strings.text(kOptionalKey),
                  {inside.x, inside.y + height * 0.56, inside.width, height * 0.32}, scheme.label, kBoldFont,
                  height * 0.27);
@@ -144,17 +147,15 @@ void drawBadge(CairoCanvas& canvas, const TabLook& look, const char* labelKey) {
 
 void drawSignHere(CairoCanvas& canvas, const TabLook& look) { drawBadge(canvas, look, kSignKey); }
 
-void drawInitialHere(CairoCanvas& canvas, const TabLook& look) {
-    drawBadge(canvas, look, kInitialKey);
-}
+void drawInitialHere(CairoCanvas& canvas, const TabLook& look) { drawBadge(canvas, look, kInitialKey); }
 
 /// A red dot in the corner of a field that waits for a choice.
 void drawRequiredMark(CairoCanvas& canvas, const TabLook& look) {
     if (!look.isRequired || look.isChecked || !look.isEditable) return;
     const double radius = look.frame.width * 0.11;
     canvas.setColor(kBrightRed);
-    cairo_arc(canvas.context(), look.frame.x + look.frame.width - radius * 2.2, look.frame.y + radius * 2.2, radius,
-              0, 2 * kPi);
+    cairo_arc(canvas.context(), look.frame.x + look.frame.width - radius * 2.2, look.frame.y + radius * 2.2,
+              radius, 0, 2 * kPi);
     cairo_fill(canvas.context());
 }
 
@@ -197,11 +198,20 @@ void drawRadio(CairoCanvas& canvas, const TabLook& look) {
 Image drawTabLook(NVMTagType type, const TabLook& look, double scale) {
     CairoCanvas canvas(look.size, scale);
     switch (type) {
-    case NVMTabTypeSignHere: drawSignHere(canvas, look); break;
-    case NVMTabTypeInitialHere: drawInitialHere(canvas, look); break;
-    case NVMTabTypeCheckbox: drawChecked(canvas, look); break;
-    case NVMTabTypeRadio: drawRadio(canvas, look); break;
-    default: break;
+    case NVMTabTypeSignHere:
+        drawSignHere(canvas, look);
+        break;
+    case NVMTabTypeInitialHere:
+        drawInitialHere(canvas, look);
+        break;
+    case NVMTabTypeCheckbox:
+        drawChecked(canvas, look);
+        break;
+    case NVMTabTypeRadio:
+        drawRadio(canvas, look);
+        break;
+    default:
+        break;
     }
     return canvas.image();
 }
@@ -209,9 +219,10 @@ Image drawTabLook(NVMTagType type, const TabLook& look, double scale) {
 /// Everything that a look depends on, the texts of the user's language included.
 std::string keyOf(NVMTagType type, const TabLook& look, double scale) {
     const StringTable& strings = *Platform::current().strings;
-    std::string key = strings.text(kSignKey) + '\n' + strings.text(kInitialKey) + '\n' + strings.text(kOptionalKey);
-    for (const double number : {static_cast<double>(type), scale, look.size.width, look.size.height, look.frame.x,
-                                look.frame.y, look.strokeWidth, look.highlightWidth})
+    std::string key =
+        strings.text(kSignKey) + '\n' + strings.text(kInitialKey) + '\n' + strings.text(kOptionalKey);
+    for (const double number : {static_cast<double>(type), scale, look.size.width, look.size.height,
+                                look.frame.x, look.frame.y, look.strokeWidth, look.highlightWidth})
         key += '\n' + std::to_string(number);
     for (const bool flag :
          {look.isEditable, look.isRequired, look.isHighlighted, look.isErroneous, look.isChecked})
