@@ -120,11 +120,15 @@ std::uint64_t NVESApiClient::send(const NVESRequest& request, const Data* image,
 
 void NVESApiClient::complete(const Expected& expected, const std::string& trace,
                              const Result<HttpResponse>& answer, const NVESCompletion& completion) {
-    Result<NVESResult> result = answer ? received(expected, *answer) : Result<NVESResult>(answer.error());
-    const std::optional<NVMError> error = result ? std::nullopt : std::optional(result.error());
-    NVESLogger::sharedLogger().logResponse(kMethod, answer ? answer->body.view() : std::string_view(), trace,
-                                           error);
-    if (completion) completion(result ? *result : NVESResult(), error);
+    const auto report = [&](const NVESResult& result, const std::optional<NVMError>& error) {
+        NVESLogger::sharedLogger().logResponse(kMethod, answer ? answer->body.view() : std::string_view(),
+                                               trace, error);
+        if (completion) completion(result, error);
+    };
+    if (!answer) return report({}, answer.error());
+    const Result<NVESResult> result = received(expected, *answer);
+    if (!result) return report({}, result.error());
+    report(*result, std::nullopt);
 }
 
 Result<NVESResult> NVESApiClient::received(const Expected& expected, const HttpResponse& response) {
@@ -133,8 +137,8 @@ Result<NVESResult> NVESApiClient::received(const Expected& expected, const HttpR
         responseHeaders_ = response.headers;
     }
     if (response.status < 200 || response.status > 299) return statusError(response);
-    if (expected.isFile)
-        return response.file ? NVESResult(Url::fromFilePath(response.file->string())) : NVESResult();
+    if (expected.isFile && response.file) return NVESResult(Url::fromFilePath(response.file->string()));
+    if (expected.isFile) return NVESResult();
     if (expected.isJson) return deserializer_.deserialize(response.body.view(), expected.type);
     return deserializer_.deserializeBytes(response.body, expected.type);
 }

@@ -22,16 +22,16 @@ class ApiClient : public ApiFixture {
 };
 
 TEST_F(ApiClient, HandsOverATypedResultOrAnError) {
-    reply_ = ServerReply::with(200, R"({"envelopeId":"e1"})");
+    answerWith(ServerReply::with(200, R"({"envelopeId":"e1"})"));
     EXPECT_EQ(call(envelope()).result.record<NVESEnvelope>()->envelopeId, "e1");
 
-    reply_ = ServerReply::with(200, "<html>portal</html>");
+    answerWith(ServerReply::with(200, "<html>portal</html>"));
     const auto portal = call(envelope());
     ASSERT_TRUE(portal.error);
     EXPECT_EQ(portal.error->code, 143553);
     EXPECT_EQ(portal.error->userInfo.at(std::string(kTransportRequestSentKey)), Value(true));
 
-    reply_ = ServerReply::with(200, "");
+    answerWith(ServerReply::with(200, ""));
     const auto untyped =
         call({.path = "/e", .responseContentType = "application/json", .responseType = "NSObject"});
     EXPECT_FALSE(untyped.error);
@@ -39,7 +39,7 @@ TEST_F(ApiClient, HandsOverATypedResultOrAnError) {
 }
 
 TEST_F(ApiClient, CarriesTheServicesErrorBody) {
-    reply_ = ServerReply::with(400, R"({"errorCode":"INVALID_CLIENTUSERID","message":"No."})");
+    answerWith(ServerReply::with(400, R"({"errorCode":"INVALID_CLIENTUSERID","message":"No."})"));
     const auto outcome = call(envelope());
     ASSERT_TRUE(outcome.error);
     EXPECT_EQ(outcome.error->domain, kStatusErrorDomain);
@@ -47,24 +47,24 @@ TEST_F(ApiClient, CarriesTheServicesErrorBody) {
     EXPECT_EQ(outcome.error->userInfo.at(std::string(kServiceResponseObjectKey))["message"], Value("No."));
     EXPECT_EQ(NVMAPIErrorResponseCode(*outcome.error), "INVALID_CLIENTUSERID");
 
-    reply_ = ServerReply::with(503, "try later");
+    answerWith(ServerReply::with(503, "try later"));
     const auto plain = call(envelope());
     EXPECT_EQ(plain.error->userInfo.at(std::string(kServiceResponseObjectKey)), Value("try later"));
     EXPECT_FALSE(plain.error->userInfo.contains(std::string(kMapperErrorObjectsKey)));
 
-    reply_ = ServerReply::with(302, "", {{"Location", "https://localhost/elsewhere"}});
+    answerWith(ServerReply::with(302, "", {{"Location", "https://localhost/elsewhere"}}));
     EXPECT_EQ(call(envelope()).error->code, 302);
 }
 
 TEST_F(ApiClient, DownloadsToAFileButReadsErrorsFromTheBody) {
     NVESRequest request = envelope();
     request.responseType = "NSURL*";
-    reply_ = ServerReply::with(200, "%PDF");
+    answerWith(ServerReply::with(200, "%PDF"));
     const auto outcome = call(request);
     ASSERT_TRUE(outcome.result.file());
     const auto bytes = platform().files->read(outcome.result.file()->filePath());
     EXPECT_EQ(bytes->view(), "%PDF");
-    reply_ = ServerReply::with(404, R"({"errorCode":"GONE"})");
+    answerWith(ServerReply::with(404, R"({"errorCode":"GONE"})"));
     EXPECT_EQ(NVMAPIErrorResponseCode(*call(request).error), "GONE");
 }
 
@@ -94,8 +94,8 @@ TEST_F(ApiClient, DropsTheResultOfACancelledRequest) {
 }
 
 TEST_F(ApiClient, AsksTheCacheOnlyWhenTheHostSwitchedItOnAndTheNetworkIsThere) {
-    reply_ = ServerReply::with(
-        200, "{}", {{"Cache-Control", "max-age=1000"}, {"Date", "Thu, 01 Jan 2099 00:00:00 GMT"}});
+    answerWith(ServerReply::with(
+        200, "{}", {{"Cache-Control", "max-age=1000"}, {"Date", "Thu, 01 Jan 2099 00:00:00 GMT"}}));
     const auto arrivals = [&] { return server_->requests().size(); };
     const NVESRequest plain{.path = "/c", .responseContentType = {}};
     call(plain);
@@ -155,8 +155,8 @@ TEST_F(ApiClient, TracesBodiesInTheirFrameWithoutTheirSecrets) {
     NVESLogger::sharedLogger().setEnabled(true);
     const auto file = home_.path() / "trace.log";
     NVESLogger::sharedLogger().setLoggingFile(file);
-    reply_ =
-        ServerReply::with(200, R"({"apiPassword":"s3cret","url":"https://sign/s3cret","status":"sent"})");
+    answerWith(
+        ServerReply::with(200, R"({"apiPassword":"s3cret","url":"https://sign/s3cret","status":"sent"})"));
     NVESRequest request = envelope();
     request.method = "POST";
     request.requestContentType = "application/json";

@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 
@@ -28,13 +29,20 @@ class ApiFixture : public KitFixture {
     void SetUp() override {
         KitFixture::SetUp();
         server_ = std::make_unique<TlsServer>(authority_.issue(), [this](const ReceivedRequest& request) {
-            return answer_ ? answer_(request) : reply_;
+            if (answer_) return answer_(request);
+            const std::lock_guard lock(mutex_);
+            return reply_;
         });
     }
 
     void adjust(Platform& given, PlatformOptions& options) override {
         options.trustAnchorFile = home_.file("authority.pem", authority_.certificate());
         given.reachability = reachability_;
+    }
+
+    void answerWith(ServerReply reply) {
+        const std::lock_guard lock(mutex_);
+        reply_ = std::move(reply);
     }
 
     Url baseURL() const { return *Url::parse(server_->baseAddress() + "/restapi"); }
@@ -64,9 +72,14 @@ class ApiFixture : public KitFixture {
 
     CertificateAuthority authority_;
     std::shared_ptr<FakeReachability> reachability_ = std::make_shared<FakeReachability>();
+    TlsServer::Handler answer_; ///< set before the first request; null: what `answerWith` said last
+
+  private:
+    std::mutex mutex_; ///< guards `reply_`
     ServerReply reply_ = ServerReply::with(200, "{}");
-    TlsServer::Handler answer_; ///< set before the first request; null: `reply_`
-    std::unique_ptr<TlsServer> server_;
+
+  protected:
+    std::unique_ptr<TlsServer> server_; ///< goes first
 };
 
 } // namespace norvane

@@ -117,7 +117,7 @@ TEST_F(Api, ProvesTheAccountWithoutEscapingItsValues) {
 }
 
 TEST_F(Api, SignsInWithThePasswordAsJson) {
-    reply_ = ServerReply::with(200, R"({"loginAccounts":[{"accountId":"7"}],"apiPassword":"p"})");
+    answerWith(ServerReply::with(200, R"({"loginAccounts":[{"accountId":"7"}],"apiPassword":"p"})"));
     std::shared_ptr<NVESLoginInformation> information;
     NVMApi::loginWithUserId("u", "p\"w", "k", baseURL(), [&, mark = done()](auto result, auto error) {
         information = result;

@@ -63,7 +63,7 @@ class OfflineEnvelope : public ApiFixture {
 };
 
 TEST_F(OfflineEnvelope, TravelsAsOneFormOfJsonDocumentsAndImages) {
-    reply_ = ServerReply::with(201, R"({"envelopeId":"e1"})");
+    answerWith(ServerReply::with(201, R"({"envelopeId":"e1"})"));
     NVESEnvelopeDefinition envelope = definition();
     const auto outcome = upload(envelope);
     EXPECT_EQ(outcome.result.record<NVESEnvelopeSummary>()->envelopeId, "e1");

@@ -66,7 +66,7 @@ TEST_F(RequestBuilding, WritesBodiesByTheirContentType) {
 }
 
 TEST_F(RequestBuilding, IdentifiesTheKitAndKeepsNoCookies) {
-    reply_ = ServerReply::with(200, "{}", {{"Set-Cookie", "a=b; Secure"}});
+    answerWith(ServerReply::with(200, "{}", {{"Set-Cookie", "a=b; Secure"}}));
     const auto sender = client();
     sender->setHeaderValue("kept", "X-Default");
     sender->setHeaderValue("overruled", "accept");

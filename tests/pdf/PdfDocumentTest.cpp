@@ -5,6 +5,8 @@
 #include <norvane/pdf/PdfError.h>
 
 #include <gtest/gtest.h>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFWriter.hh>
 
 #include <random>
 
@@ -149,6 +151,32 @@ TEST(PdfDocument, RefusesBombsAndEncryptedFilesBeforeReadingThem) {
         objects.push_back("<< /Next " + std::to_string(i) + " 0 R >>");
     objects.emplace_back("<< >>");
     EXPECT_EQ(codeOf(pdfOfObjects(objects)), PdfErrorCode::TooLarge);
+}
+
+/// A document whose catalog refers to a text of that many blanks, all objects in compressed streams.
+Data compressedPdf(std::size_t blanks) {
+    QPDF qpdf;
+    qpdf.emptyPDF();
+    qpdf.addPage(QPDFObjectHandle::parse("<< /Type /Page /MediaBox [0 0 9 9] >>"), false);
+    qpdf.getRoot().replaceKey("/Bulk",
+                              qpdf.makeIndirectObject(QPDFObjectHandle::newString(std::string(blanks, ' '))));
+    QPDFWriter writer(qpdf);
+    writer.setOutputMemory();
+    writer.setObjectStreamMode(qpdf_o_generate);
+    writer.write();
+    const auto buffer = writer.getBufferSharedPointer();
+    return Data(buffer->getBuffer(), buffer->getSize());
+}
+
+TEST(PdfDocument, BoundsWhatCompressedObjectsUnfoldTo) {
+    const Data modest = compressedPdf(1000);
+    ASSERT_NE(modest.view().find("/ObjStm"), std::string_view::npos);
+    const auto saved = opened(modest)->save();
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(problemsOf(*saved), "");
+    const Data bomb = compressedPdf(PdfDocument::kMaximumObjectStreamBytes);
+    EXPECT_LT(bomb.size(), 200'000u);
+    EXPECT_EQ(codeOf(bomb), PdfErrorCode::TooLarge);
 }
 
 TEST(PdfDocument, TellsOfSignaturesThatSavingWouldVoid) {
