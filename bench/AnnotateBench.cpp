@@ -1,9 +1,3 @@
-#include <benchmark/benchmark.h>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFWriter.hh>
-
-#include <cmath>
-
 #include "bench/BenchHome.h"
 #include "sandbox/Template.h"
 #include "sandbox/TemplateIds.h"
@@ -12,6 +6,12 @@
 #include <norvane/signature/NVMSignatureDrawView.h>
 #include <norvane/signing/NVMPTNPDFImageAnnotation.h>
 #include <norvane/signing/NVMPTNPDFTextAnnotation.h>
+
+#include <benchmark/benchmark.h>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFWriter.hh>
+
+#include <cmath>
 
 // Forty tabs drawn on the contract of sixty pages, beside qpdf loading and saving the result.
 
@@ -51,8 +51,10 @@ Data annotated(const Image& image) {
     for (int number = 0; number < 40; ++number) {
         const auto page = *document->page(static_cast<std::size_t>(1 + number * 3 / 2));
         const AnnotatedTab tab = tabNumber(number);
-        if (tab.type == NVMTabTypeText) NVMPTNPDFTextAnnotation::CreateWithTab(tab, document, page, {});
-        else NVMPTNPDFImageAnnotation::CreateWithTab(tab, document, page, {})->setContent(image);
+        if (tab.type == NVMTabTypeText)
+            NVMPTNPDFTextAnnotation::CreateWithTab(tab, document, page, {});
+        else
+            NVMPTNPDFImageAnnotation::CreateWithTab(tab, document, page, {})->setContent(image);
     }
     return *document->save();
 }
@@ -60,7 +62,8 @@ Data annotated(const Image& image) {
 void annotateKit(benchmark::State& state) {
     benchHome();
     const Image image = signature();
-    for (auto _ : state) benchmark::DoNotOptimize(annotated(image));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(annotated(image));
 }
 
 void annotateLimit(benchmark::State& state) {

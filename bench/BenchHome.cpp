@@ -1,9 +1,9 @@
 #include "bench/BenchHome.h"
 
+#include <norvane/platform/Platform.h>
+
 #include <cstdlib>
 #include <stdexcept>
-
-#include <norvane/platform/Platform.h>
 
 namespace norvane::bench {
 

@@ -1,10 +1,10 @@
+#include <norvane/signature/Image.h>
+#include <norvane/signature/NVMSignatureCleanup.h>
+
 #include <benchmark/benchmark.h>
 
 #include <cstring>
 #include <numeric>
-
-#include <norvane/signature/Image.h>
-#include <norvane/signature/NVMSignatureCleanup.h>
 
 // Cropping a photographed page to its ink, beside one pass that reads the same bytes.
 
@@ -18,7 +18,10 @@ const Image& photo() {
         std::memset(pixels, 0xFF, std::size_t{4000} * 3000 * 4);
         for (int y = 1200; y < 1700; ++y)
             for (int x = 900 + y % 37; x < 3000; x += 23)
-                std::memset(pixels + (std::size_t{4000} * static_cast<std::size_t>(y) + static_cast<std::size_t>(x)) * 4, 0, 3);
+                std::memset(
+                    pixels +
+                        (std::size_t{4000} * static_cast<std::size_t>(y) + static_cast<std::size_t>(x)) * 4,
+                    0, 3);
     });
     return image;
 }
@@ -35,7 +38,8 @@ void cropKit(benchmark::State& state) {
 void cropLimit(benchmark::State& state) {
     const Image& image = photo();
     const auto* bytes = image.row(0);
-    const std::size_t words = image.bytesPerRow() * static_cast<std::size_t>(image.height()) / sizeof(std::uint64_t);
+    const std::size_t words =
+        image.bytesPerRow() * static_cast<std::size_t>(image.height()) / sizeof(std::uint64_t);
     for (auto _ : state) {
         std::uint64_t sum = 0;
         for (std::size_t index = 0; index < words; ++index) {

@@ -1,8 +1,8 @@
+#include "bench/RatioReporter.h"
+
 #include <benchmark/benchmark.h>
 
 #include <vector>
-
-#include "bench/RatioReporter.h"
 
 int main(int argc, char** argv) {
     std::vector<char*> arguments(argv, argv + argc);

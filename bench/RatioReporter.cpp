@@ -29,7 +29,8 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
 void RatioReporter::Finalize() {
     for (const auto& [name, line] : lines_) {
         if (line.limit > 0)
-            std::printf("%-44s %12.3f %12.3f %8.2f\n", name.c_str(), line.kit, line.limit, line.kit / line.limit);
+            std::printf("%-44s %12.3f %12.3f %8.2f\n", name.c_str(), line.kit, line.limit,
+                        line.kit / line.limit);
         else
             std::printf("%-44s %12.3f\n", name.c_str(), line.kit);
     }

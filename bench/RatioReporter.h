@@ -7,8 +7,8 @@
 
 namespace norvane::bench {
 
-/// Prints, for every pair "<line>/kit" and "<line>/limit", both medians and their ratio. A line without a limit
-/// prints its median alone.
+/// Prints, for every pair "<line>/kit" and "<line>/limit", both medians and their ratio. A line without a
+/// limit prints its median alone.
 class RatioReporter : public benchmark::BenchmarkReporter {
   public:
     bool ReportContext(const Context& context) override;

@@ -1,12 +1,12 @@
-#include <benchmark/benchmark.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-#include <simdjson.h>
-
 #include "bench/TemplateJson.h"
 
 #include <norvane/api/NVESTemplates.h>
 #include <norvane/api/RecordJson.h>
+
+#include <benchmark/benchmark.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+#include <simdjson.h>
 
 // Wire records beside the raw parser and the raw writer, on a template of 1,000 tabs.
 
@@ -52,7 +52,8 @@ void writeElement(RapidWriter& writer, simdjson::dom::element element) {
     switch (element.type()) {
     case simdjson::dom::element_type::ARRAY:
         writer.StartArray();
-        for (auto child : simdjson::dom::array(element)) writeElement(writer, child);
+        for (auto child : simdjson::dom::array(element))
+            writeElement(writer, child);
         writer.EndArray();
         break;
     case simdjson::dom::element_type::OBJECT:
@@ -68,7 +69,9 @@ void writeElement(RapidWriter& writer, simdjson::dom::element element) {
         writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
         break;
     }
-    default: writer.Double(double(element)); break;
+    default:
+        writer.Double(double(element));
+        break;
     }
 }
 

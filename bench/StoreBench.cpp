@@ -1,16 +1,16 @@
-#include <benchmark/benchmark.h>
-#include <sqlite3.h>
-
-#include <future>
-#include <string>
-#include <vector>
-
 #include "bench/BenchHome.h"
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/NVMManager.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
+
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <future>
+#include <string>
+#include <vector>
 
 // Caching an envelope of forty tabs, beside raw sqlite3 inserting the very rows that it made; and set-up.
 
@@ -46,7 +46,8 @@ NVMEnvelopeDefinition envelope() {
 
 bool cacheOnce(const NVMEnvelopeDefinition& definition) {
     std::promise<bool> cached;
-    NVMEnvelopesHandler::cacheEnvelope(definition, [&](const Failure& failure) { cached.set_value(!failure); });
+    NVMEnvelopesHandler::cacheEnvelope(definition,
+                                       [&](const Failure& failure) { cached.set_value(!failure); });
     return cached.get_future().get();
 }
 
@@ -85,14 +86,16 @@ class RawInsertion {
         exec("DETACH kit");
     }
     ~RawInsertion() {
-        for (const Row& row : rows_) sqlite3_finalize(row.statement);
+        for (const Row& row : rows_)
+            sqlite3_finalize(row.statement);
         sqlite3_close(database_);
     }
 
     bool insertAll() {
         exec("BEGIN IMMEDIATE");
         for (const Row& row : rows_) {
-            for (std::size_t column = 0; column < row.values.size(); ++column) bind(row.statement, column, row.values[column]);
+            for (std::size_t column = 0; column < row.values.size(); ++column)
+                bind(row.statement, column, row.values[column]);
             if (sqlite3_step(row.statement) != SQLITE_DONE) return false;
             sqlite3_reset(row.statement);
         }
@@ -111,8 +114,10 @@ class RawInsertion {
         sqlite3* kit = nullptr;
         sqlite3_open_v2(storeFile().c_str(), &kit, SQLITE_OPEN_READONLY, nullptr);
         sqlite3_stmt* list = nullptr;
-        sqlite3_prepare_v2(kit, "SELECT name FROM sqlite_master WHERE type='table' AND name LIKE 'NVMCD%'", -1, &list, nullptr);
-        while (sqlite3_step(list) == SQLITE_ROW) names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(list, 0)));
+        sqlite3_prepare_v2(kit, "SELECT name FROM sqlite_master WHERE type='table' AND name LIKE 'NVMCD%'",
+                           -1, &list, nullptr);
+        while (sqlite3_step(list) == SQLITE_ROW)
+            names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(list, 0)));
         sqlite3_finalize(list);
         sqlite3_close(kit);
         return names;
@@ -124,7 +129,8 @@ class RawInsertion {
         sqlite3_open_v2(storeFile().c_str(), &kit, SQLITE_OPEN_READONLY, nullptr);
         for (const std::string& table : tables()) {
             sqlite3_stmt* count = nullptr;
-            sqlite3_prepare_v2(kit, ("SELECT coalesce(max(rowid), 0) FROM " + table).c_str(), -1, &count, nullptr);
+            sqlite3_prepare_v2(kit, ("SELECT coalesce(max(rowid), 0) FROM " + table).c_str(), -1, &count,
+                               nullptr);
             sqlite3_step(count);
             counts.push_back(sqlite3_column_int64(count, 0));
             sqlite3_finalize(count);
@@ -140,10 +146,14 @@ class RawInsertion {
     void copySchema() {
         std::vector<std::string> statements;
         sqlite3_stmt* list = nullptr;
-        sqlite3_prepare_v2(database_, "SELECT sql FROM kit.sqlite_master WHERE sql IS NOT NULL AND tbl_name LIKE 'NVMCD%'", -1, &list, nullptr);
-        while (sqlite3_step(list) == SQLITE_ROW) statements.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(list, 0)));
+        sqlite3_prepare_v2(
+            database_, "SELECT sql FROM kit.sqlite_master WHERE sql IS NOT NULL AND tbl_name LIKE 'NVMCD%'",
+            -1, &list, nullptr);
+        while (sqlite3_step(list) == SQLITE_ROW)
+            statements.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(list, 0)));
         sqlite3_finalize(list);
-        for (const std::string& statement : statements) exec(statement);
+        for (const std::string& statement : statements)
+            exec(statement);
     }
 
     /// Every row but its key, which the raw store gives anew.
@@ -151,9 +161,13 @@ class RawInsertion {
         std::size_t index = 0;
         for (const std::string& table : tables()) {
             sqlite3_stmt* select = nullptr;
-            const std::string newer = " FROM kit." + table + " WHERE rowid > " + std::to_string(before[index++]);
-            if (sqlite3_prepare_v2(database_, ("SELECT *" + newer).c_str(), -1, &select, nullptr) != SQLITE_OK) continue;
-            while (sqlite3_step(select) == SQLITE_ROW) addRow(table, select);
+            const std::string newer =
+                " FROM kit." + table + " WHERE rowid > " + std::to_string(before[index++]);
+            if (sqlite3_prepare_v2(database_, ("SELECT *" + newer).c_str(), -1, &select, nullptr) !=
+                SQLITE_OK)
+                continue;
+            while (sqlite3_step(select) == SQLITE_ROW)
+                addRow(table, select);
             sqlite3_finalize(select);
         }
     }
@@ -162,7 +176,8 @@ class RawInsertion {
         Row row{};
         const int columns = sqlite3_column_count(select);
         std::string insert = "INSERT INTO main." + table + " VALUES (NULL";
-        for (int column = 1; column < columns; ++column) insert += ", ?";
+        for (int column = 1; column < columns; ++column)
+            insert += ", ?";
         sqlite3_prepare_v2(database_, (insert + ")").c_str(), -1, &row.statement, nullptr);
         for (int column = 1; column < columns; ++column)
             row.values.push_back(sqlite3_value_dup(sqlite3_column_value(select, column)));
@@ -186,12 +201,16 @@ void cacheLimit(benchmark::State& state) {
 
 void setUpKit(benchmark::State& state) {
     setUp();
-    for (auto _ : state) NVMManager::setup();
+    for (auto _ : state)
+        NVMManager::setup();
     if (NVMManager::setupError()) state.SkipWithError("set-up failed");
 }
 
 BENCHMARK(cacheKit)->Name("cache 40 tabs : raw sqlite3/kit")->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(cacheLimit)->Name("cache 40 tabs : raw sqlite3/limit")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(cacheLimit)
+    ->Name("cache 40 tabs : raw sqlite3/limit")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK(setUpKit)->Name("set-up with an existing store/kit")->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace

@@ -41,7 +41,8 @@ std::string templateJson(int tabs) {
     signer->roleName = "Policy holder";
     signer->tabs = std::make_shared<NVESTabs>();
     signer->tabs->textTabs.emplace();
-    for (int number = 0; number < tabs; ++number) signer->tabs->textTabs->push_back(textTab(number));
+    for (int number = 0; number < tabs; ++number)
+        signer->tabs->textTabs->push_back(textTab(number));
     result.recipients->signers = {{signer}};
     return writeRecord(result);
 }

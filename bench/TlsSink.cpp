@@ -1,5 +1,7 @@
 #include "bench/TlsSink.h"
 
+#include "sandbox/Authority.h"
+
 #include <netinet/in.h>
 #include <openssl/ssl.h>
 #include <sys/socket.h>
@@ -9,8 +11,6 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <vector>
-
-#include "sandbox/Authority.h"
 
 namespace norvane::bench {
 
@@ -25,7 +25,8 @@ std::size_t contentLength(const std::string& head) {
 void answerAll(SSL* ssl) {
     std::vector<char> buffer(1 << 18);
     std::string head;
-    constexpr char answer[] = "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: 2\r\n\r\n{}";
+    constexpr char answer[] =
+        "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: 2\r\n\r\n{}";
     for (;;) {
         head.clear();
         std::size_t end = std::string::npos;
@@ -58,7 +59,8 @@ TlsSink::TlsSink(const std::filesystem::path& folder) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 || listen(listener_, 8) != 0)
+    if (bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+        listen(listener_, 8) != 0)
         throw std::runtime_error("the sink cannot listen");
     socklen_t size = sizeof address;
     getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
@@ -89,7 +91,8 @@ void TlsSink::serve(void* context) {
             close(connection);
         });
     }
-    for (std::thread& connection : connections) connection.join();
+    for (std::thread& connection : connections)
+        connection.join();
     SSL_CTX_free(tls);
 }
 

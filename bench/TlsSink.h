@@ -7,8 +7,8 @@
 
 namespace norvane::bench {
 
-/// A TLS server on loopback that reads each request to its end, keeps nothing, and answers "{}". One connection at a
-/// time, HTTP/1.1 with connections kept; bodies need a "Content-Length".
+/// A TLS server on loopback that reads each request to its end, keeps nothing, and answers "{}". One
+/// connection at a time, HTTP/1.1 with connections kept; bodies need a "Content-Length".
 class TlsSink {
   public:
     explicit TlsSink(const std::filesystem::path& folder);

@@ -1,3 +1,9 @@
+#include "bench/BenchHome.h"
+#include "bench/TlsSink.h"
+#include "src/api/MultipartBody.h"
+
+#include <norvane/platform/Platform.h>
+
 #include <benchmark/benchmark.h>
 #include <curl/curl.h>
 
@@ -6,13 +12,8 @@
 #include <future>
 #include <random>
 
-#include "bench/BenchHome.h"
-#include "bench/TlsSink.h"
-#include "src/api/MultipartBody.h"
-
-#include <norvane/platform/Platform.h>
-
-// A document of 25 MB in a multipart request over loopback TLS, beside libcurl alone sending it from the file.
+// A document of 25 MB in a multipart request over loopback TLS, beside libcurl alone sending it from the
+// file.
 
 namespace norvane::bench {
 
@@ -30,7 +31,8 @@ const std::filesystem::path& document() {
         const auto path = benchHome() / "document.pdf";
         std::mt19937_64 random(7);
         std::vector<std::uint64_t> bytes(kBytes / sizeof(std::uint64_t));
-        for (auto& word : bytes) word = random();
+        for (auto& word : bytes)
+            word = random();
         std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), kBytes);
         return path;
     }();
@@ -95,7 +97,10 @@ void uploadLimit(benchmark::State& state) {
 }
 
 BENCHMARK(uploadKit)->Name("upload 25 MB : libcurl alone/kit")->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(uploadLimit)->Name("upload 25 MB : libcurl alone/limit")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(uploadLimit)
+    ->Name("upload 25 MB : libcurl alone/limit")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 } // namespace
 

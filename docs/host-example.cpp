@@ -1,10 +1,11 @@
-// A whole host program: signs in, keeps the first template of the account on the device and says what it holds.
+// A whole host program: signs in, keeps the first template of the account on the device and says what it
+// holds.
 //   host-example URL CA_FILE INTEGRATOR_KEY USER HOME     (the password in NORVANE_PASSWORD)
+#include <norvane/norvane.h>
+
 #include <cstdlib>
 #include <future>
 #include <iostream>
-
-#include <norvane/norvane.h>
 
 int main(int argc, char** argv) {
     using namespace norvane;

@@ -171,6 +171,12 @@ std::optional<std::size_t> EnvelopeStore::indexOf(const std::string& envelopeId)
     return std::nullopt;
 }
 
+void EnvelopeStore::forgetAll() {
+    const std::lock_guard lock(mutex_);
+    for (const Entry& entry : entries_) std::filesystem::remove_all(entry.envelope.folder);
+    entries_.clear();
+}
+
 std::optional<ReceivedEnvelope> EnvelopeStore::find(const std::string& envelopeId) const {
     const std::lock_guard lock(mutex_);
     const auto index = indexOf(envelopeId);

@@ -41,6 +41,8 @@ class EnvelopeStore {
     /// start.
     ReceivedEnvelope add(const NewEnvelope& envelope);
     std::vector<ReceivedEnvelope> all() const; ///< in order of arrival
+    /// Removes them all, from the disk too.
+    void forgetAll();
     std::optional<ReceivedEnvelope> find(const std::string& envelopeId) const;
 
     // The envelope must be known in all of these.

@@ -155,4 +155,6 @@ bool SandboxService::waitForRequests(std::size_t count, std::chrono::millisecond
 
 std::vector<ReceivedEnvelope> SandboxService::receivedEnvelopes() const { return running_->envelopes_.all(); }
 
+void SandboxService::forgetEnvelopes() { running_->envelopes_.forgetAll(); }
+
 } // namespace norvane::sandbox

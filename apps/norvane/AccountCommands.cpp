@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 #include "Secrets.h"
 
@@ -7,6 +5,8 @@
 #include <norvane/sdk/NVMCredentials.h>
 #include <norvane/sdk/NVMManager.h>
 #include <norvane/store/NVMEnvelopeSynchronizer.h>
+
+#include <CLI/CLI.hpp>
 
 namespace norvane::cli {
 
@@ -42,7 +42,8 @@ Dictionary describe(const NVMAccountInfo& info) {
 
 std::vector<std::string> lines(const NVMAccountInfo& info) {
     return {"signed in as " + info.userName.value_or("") + " <" + info.email.value_or("") + ">",
-            "account " + info.accountId.value_or("") + " at " + (info.host ? info.host->absoluteString() : "")};
+            "account " + info.accountId.value_or("") + " at " +
+                (info.host ? info.host->absoluteString() : "")};
 }
 
 void login(Context& context, const LoginArguments& arguments) {
@@ -65,9 +66,9 @@ void login(Context& context, const LoginArguments& arguments) {
                                          arguments.userId, arguments.userName, arguments.email, *host,
                                          arguments.integratorKey, mode, completion);
     } else {
-        NVMManager::loginWithApiPassword(secretFrom("NORVANE_API_PASSWORD", "API password"), arguments.accountId,
-                                         arguments.userId, arguments.userName, arguments.email, *host,
-                                         arguments.integratorKey, mode, completion);
+        NVMManager::loginWithApiPassword(secretFrom("NORVANE_API_PASSWORD", "API password"),
+                                         arguments.accountId, arguments.userId, arguments.userName,
+                                         arguments.email, *host, arguments.integratorKey, mode, completion);
     }
     const LoginOutcome outcome = answer.wait();
     const bool signedIn = !outcome.error || outcome.error->domain == NVM_USER_ADDITIONAL_DATA_FETCH_ERROR;
@@ -100,11 +101,11 @@ void logout(Context& context, bool force) {
     if (context.failed(openKit())) return;
     const std::size_t waiting = NVMEnvelopeSynchronizer::sharedSynchronizer()->pendingEnvelopeCount();
     if (waiting > 0 && !force) {
-        context.failed(NVMError::make("norvane.command", 0,
-                                      std::to_string(waiting) +
-                                          " envelope(s) wait for upload and would be lost. Run \"norvane sync\" "
-                                          "first, or sign out with --force.",
-                                      "ENVELOPES_WAIT_FOR_UPLOAD"));
+        context.failed(NVMError::make(
+            "norvane.command", 0,
+            std::to_string(waiting) + " envelope(s) wait for upload and would be lost. Run \"norvane sync\" "
+                                      "first, or sign out with --force.",
+            "ENVELOPES_WAIT_FOR_UPLOAD"));
         return;
     }
     NVMManager::clearCredentialsAndCachedTemplates();
@@ -117,7 +118,8 @@ void addAccountCommands(CLI::App& program, Context& context) {
     auto arguments = std::make_shared<LoginArguments>();
     auto* loginCommand = program.add_subcommand("login", "Signs in and keeps the credentials");
     loginCommand->add_option("--host", arguments->host, "Base address of the service")->required();
-    loginCommand->add_option("--integrator-key", arguments->integratorKey, "The application's key")->required();
+    loginCommand->add_option("--integrator-key", arguments->integratorKey, "The application's key")
+        ->required();
     loginCommand->add_option("--method", arguments->method, "How to sign in")
         ->check(CLI::IsMember({"password", "token", "api-password"}));
     loginCommand->add_option("--user", arguments->user, "User name, for the password method");
@@ -125,17 +127,20 @@ void addAccountCommands(CLI::App& program, Context& context) {
     loginCommand->add_option("--user-id", arguments->userId, "User id, for the other two");
     loginCommand->add_option("--user-name", arguments->userName, "The user's name, for the other two");
     loginCommand->add_option("--email", arguments->email, "The user's e-mail address, for the other two");
-    loginCommand->add_flag("--offline", arguments->offline, "Sign in without asking the service (the other two)");
+    loginCommand->add_flag("--offline", arguments->offline,
+                           "Sign in without asking the service (the other two)");
     loginCommand->callback([&context, arguments] {
-        if (arguments->method == "password" && arguments->user.empty())
-            throw CLI::RequiredError("--user");
+        if (arguments->method == "password" && arguments->user.empty()) throw CLI::RequiredError("--user");
         login(context, *arguments);
     });
 
-    program.add_subcommand("whoami", "The stored account, without secrets")->callback([&context] { whoami(context); });
+    program.add_subcommand("whoami", "The stored account, without secrets")->callback([&context] {
+        whoami(context);
+    });
 
     auto force = std::make_shared<bool>(false);
-    auto* logoutCommand = program.add_subcommand("logout", "Signs out; removes cached templates and envelopes");
+    auto* logoutCommand =
+        program.add_subcommand("logout", "Signs out; removes cached templates and envelopes");
     logoutCommand->add_flag("--force", *force, "Also when envelopes wait for upload: they are lost");
     logoutCommand->callback([&context, force] { logout(context, *force); });
 }

@@ -1,8 +1,8 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 
 #include <norvane/sdk/Configuration.h>
+
+#include <CLI/CLI.hpp>
 
 namespace norvane::cli {
 

@@ -1,13 +1,13 @@
-#include <CLI/CLI.hpp>
-
-#include <algorithm>
-
 #include "Commands.h"
 #include "SyncRun.h"
 
 #include <norvane/platform/DateFormat.h>
 #include <norvane/sdk/NVMEnvelopesManager.h>
 #include <norvane/store/EnvelopeSummary.h>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
 
 namespace norvane::cli {
 
@@ -49,7 +49,8 @@ std::optional<EnvelopeSummary> find(const std::string& id) {
 }
 
 NVMError notFound(const std::string& id) {
-    return NVMError::make("norvane.command", 0, "No envelope " + id + " on this device.", "ENVELOPE_NOT_FOUND");
+    return NVMError::make("norvane.command", 0, "No envelope " + id + " on this device.",
+                          "ENVELOPE_NOT_FOUND");
 }
 
 void show(Context& context, const std::string& id) {
@@ -74,16 +75,20 @@ void remove(Context& context, const std::string& id, bool all, bool force) {
         }
         chosen = {std::move(*envelope)};
     }
-    const bool waits = std::any_of(chosen.begin(), chosen.end(), [](const auto& envelope) { return envelope.syncPending; });
+    const bool waits =
+        std::any_of(chosen.begin(), chosen.end(), [](const auto& envelope) { return envelope.syncPending; });
     if (waits && !force) {
-        context.failed(NVMError::make("norvane.command", 0,
-                                      "Signed envelopes that wait for upload would be lost. Run \"norvane sync\" "
-                                      "first, or remove them with --force.",
-                                      "ENVELOPES_WAIT_FOR_UPLOAD"));
+        context.failed(
+            NVMError::make("norvane.command", 0,
+                           "Signed envelopes that wait for upload would be lost. Run \"norvane sync\" "
+                           "first, or remove them with --force.",
+                           "ENVELOPES_WAIT_FOR_UPLOAD"));
         return;
     }
-    if (all) manager.removeCachedEnvelopes();
-    else manager.removeCachedEnvelopeWithId(chosen.front().envelopeId.value_or(""));
+    if (all)
+        manager.removeCachedEnvelopes();
+    else
+        manager.removeCachedEnvelopeWithId(chosen.front().envelopeId.value_or(""));
     Array removed;
     std::vector<std::string> lines;
     for (const EnvelopeSummary& envelope : chosen) {
@@ -103,7 +108,8 @@ void sync(Context& context, const std::string& id) {
     Array succeeded(outcome.succeeded.begin(), outcome.succeeded.end());
     Array failed;
     std::vector<std::string> lines;
-    for (const std::string& done : outcome.succeeded) lines.push_back("uploaded " + done);
+    for (const std::string& done : outcome.succeeded)
+        lines.push_back("uploaded " + done);
     for (const auto& [failedId, reason] : outcome.failed) {
         failed.push_back(Dictionary{{"id", failedId}, {"error", reason}});
         lines.push_back("failed " + failedId + ": " + reason);

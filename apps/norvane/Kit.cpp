@@ -1,9 +1,9 @@
 #include "Kit.h"
 
-#include <iostream>
-
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/NVMManager.h>
+
+#include <iostream>
 
 namespace norvane::cli {
 
@@ -29,7 +29,8 @@ Failure installPlatform(const GlobalOptions& options) {
     platformOptions.home = options.home;
     platformOptions.trustAnchorFile = options.trustAnchor;
     if (options.credentials == "file") platformOptions.credentialStore = CredentialStoreKind::File;
-    if (options.credentials == "secret-service") platformOptions.credentialStore = CredentialStoreKind::SecretService;
+    if (options.credentials == "secret-service")
+        platformOptions.credentialStore = CredentialStoreKind::SecretService;
     Platform given;
     given.alerts = std::make_shared<SelfAnsweringAlerts>();
     auto platform = Platform::complete(std::move(given), platformOptions);

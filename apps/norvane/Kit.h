@@ -1,5 +1,9 @@
 #pragma once
 
+#include "Output.h"
+
+#include <norvane/platform/Result.h>
+
 #include <condition_variable>
 #include <filesystem>
 #include <functional>
@@ -7,10 +11,6 @@
 #include <mutex>
 #include <optional>
 #include <string>
-
-#include "Output.h"
-
-#include <norvane/platform/Result.h>
 
 namespace norvane::cli {
 
@@ -31,8 +31,8 @@ Failure openKit();
 /// Set-up alone.
 Failure setUpKit();
 
-/// Holds the first answer of an asynchronous operation until it is asked for. Copies share one slot, so that late
-/// answers of an operation that answers more than once have somewhere to go.
+/// Holds the first answer of an asynchronous operation until it is asked for. Copies share one slot, so that
+/// late answers of an operation that answers more than once have somewhere to go.
 template <class T>
 class Answer {
   public:

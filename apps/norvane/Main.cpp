@@ -1,8 +1,8 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 
 #include <norvane/platform/Platform.h>
+
+#include <CLI/CLI.hpp>
 
 namespace {
 
@@ -31,9 +31,12 @@ int main(int argc, char** argv) {
     program.require_subcommand(1);
     program.fallthrough();
     program.add_option("--home", context.options.home, "Folder that holds all of the application's folders");
-    program.add_option("--cacert", context.options.trustAnchor, "PEM file of the only certificate authority to trust")
+    program
+        .add_option("--cacert", context.options.trustAnchor,
+                    "PEM file of the only certificate authority to trust")
         ->check(CLI::ExistingFile);
-    program.add_flag("--json", context.options.json, "One JSON document on standard output, and nothing else there");
+    program.add_flag("--json", context.options.json,
+                     "One JSON document on standard output, and nothing else there");
     program.add_option("--credentials", context.options.credentials, "Where credentials are kept")
         ->check(CLI::IsMember({"automatic", "file", "secret-service"}));
     // Before any command runs.

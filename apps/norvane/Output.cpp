@@ -1,10 +1,10 @@
 #include "Output.h"
 
+#include <norvane/platform/Json.h>
+
 #include <unistd.h>
 
 #include <iostream>
-
-#include <norvane/platform/Json.h>
 
 namespace norvane::cli {
 
@@ -12,14 +12,15 @@ void Output::result(const Value& document, const std::vector<std::string>& lines
     if (json_) {
         std::cout << writeJson(document, true) << '\n';
     } else {
-        for (const std::string& line : lines) std::cout << line << '\n';
+        for (const std::string& line : lines)
+            std::cout << line << '\n';
     }
     std::cout.flush();
 }
 
 Exit Output::error(const NVMError& error) const {
-    std::cerr << "error: " << error.localizedDescription() << " [" << error.failureReason() << "] (" << error.domain
-              << ", " << error.code << ")\n";
+    std::cerr << "error: " << error.localizedDescription() << " [" << error.failureReason() << "] ("
+              << error.domain << ", " << error.code << ")\n";
     if (json_) std::cout << writeJson(Dictionary{{"error", describe(error)}}, true) << std::endl;
     return Exit::KitError;
 }
@@ -34,7 +35,9 @@ Value Output::describe(const NVMError& error) {
 }
 
 Progress::Progress(std::string title, std::size_t total)
-    : title_(std::move(title)), total_(total), visible_(isatty(STDERR_FILENO) != 0) {
+    : title_(std::move(title))
+    , total_(total)
+    , visible_(isatty(STDERR_FILENO) != 0) {
     draw({});
 }
 
@@ -51,8 +54,8 @@ void Progress::draw(const std::string& what) const {
     if (!visible_) return;
     constexpr std::size_t width = 24;
     const std::size_t filled = total_ == 0 ? width : width * done_ / total_;
-    std::cerr << '\r' << title_ << " [" << std::string(filled, '=') << std::string(width - filled, ' ') << "] " << done_
-              << '/' << total_ << ' ' << what << "\033[K" << std::flush;
+    std::cerr << '\r' << title_ << " [" << std::string(filled, '=') << std::string(width - filled, ' ')
+              << "] " << done_ << '/' << total_ << ' ' << what << "\033[K" << std::flush;
 }
 
 } // namespace norvane::cli

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include <norvane/platform/NVMError.h>
 #include <norvane/platform/Value.h>
+
+#include <string>
+#include <vector>
 
 namespace norvane::cli {
 
@@ -15,7 +15,8 @@ enum class Exit { Done = 0, KitError = 1, WrongUsage = 2 };
 /// without it, lines for a person. Errors always have their line on standard error.
 class Output {
   public:
-    explicit Output(bool json) : json_(json) {}
+    explicit Output(bool json)
+        : json_(json) {}
 
     bool isJson() const { return json_; }
     /// The command's answer: the document, or the lines.

@@ -27,7 +27,8 @@ void ScriptedSigningView::showSigners(const std::vector<std::shared_ptr<NVMRecip
         const std::string name = recipient->nvm_name();
         if (next_ < script_.signers.size() && script_.signers[next_].recipient == name) {
             Platform::current().executors->mainQueue()->async([controller = controller_, recipient] {
-                if (const auto strong = controller.lock()) strong->signersViewControllerDidChooseSigner(recipient);
+                if (const auto strong = controller.lock())
+                    strong->signersViewControllerDidChooseSigner(recipient);
             });
             return;
         }
@@ -40,9 +41,10 @@ void ScriptedSigningView::showSigners(const std::vector<std::shared_ptr<NVMRecip
 }
 
 void ScriptedSigningView::showConsumerDisclosure(const ConsumerDisclosure& disclosure) {
-    Platform::current().executors->mainQueue()->async([controller = controller_, id = disclosure.disclosureId] {
-        if (const auto strong = controller.lock()) strong->consumerDisclosureControllerConsented(id);
-    });
+    Platform::current().executors->mainQueue()->async(
+        [controller = controller_, id = disclosure.disclosureId] {
+            if (const auto strong = controller.lock()) strong->consumerDisclosureControllerConsented(id);
+        });
 }
 
 void ScriptedSigningView::beginSigning(const std::shared_ptr<NVMRecipient>& recipient) {
@@ -50,8 +52,8 @@ void ScriptedSigningView::beginSigning(const std::shared_ptr<NVMRecipient>& reci
     if (next_ >= script_.signers.size())
         return fail("The script ends, but still to sign: \"" + name + "\".", "SIGNER_MISSING");
     if (script_.signers[next_].recipient != name)
-        return fail("It is not the turn of \"" + script_.signers[next_].recipient + "\". To sign now: \"" + name +
-                        "\".",
+        return fail("It is not the turn of \"" + script_.signers[next_].recipient + "\". To sign now: \"" +
+                        name + "\".",
                     "SIGNER_OUT_OF_TURN");
     signer_ = &script_.signers[next_++];
     recipient_ = recipient;
@@ -81,9 +83,11 @@ bool ScriptedSigningView::fillTab(const std::string& label, const Value& value) 
         const std::string id = tab->tabId.value_or("");
         if (checkbox && checkbox->selected != value.boolValue()) controller->didTapOnAnnotation(id);
         if (!checkbox) controller->textViewDidChange(id, *value.asString());
-        const bool taken = checkbox ? checkbox->selected == value.boolValue() : tab->value == *value.asString();
+        const bool taken =
+            checkbox ? checkbox->selected == value.boolValue() : tab->value == *value.asString();
         if (!taken) {
-            fail("The tab \"" + label + "\" of " + signer_->recipient + " cannot be changed.", "TAB_NOT_EDITABLE");
+            fail("The tab \"" + label + "\" of " + signer_->recipient + " cannot be changed.",
+                 "TAB_NOT_EDITABLE");
             return false;
         }
     }
@@ -110,8 +114,10 @@ void ScriptedSigningView::showSignatureCapture(bool initials) {
         const auto view = self.lock();
         const auto controller = view ? view->controller_.lock() : nullptr;
         if (!controller) return;
-        if (initials) controller->signatureCaptureDidFinishWithInitials(*view->signer_->initials);
-        else controller->signatureCaptureDidFinishWithSignature(*view->signer_->signature);
+        if (initials)
+            controller->signatureCaptureDidFinishWithInitials(*view->signer_->initials);
+        else
+            controller->signatureCaptureDidFinishWithSignature(*view->signer_->signature);
     });
 }
 
@@ -121,7 +127,8 @@ void ScriptedSigningView::finishTurn() {
     for (const auto& tab : controller->remainingRequiredTags())
         missing += (missing.empty() ? "\"" : ", \"") + tab->tabLabel.value_or(tab->tabId.value_or("")) + "\"";
     if (!missing.empty())
-        return fail("Required and still blank for " + signer_->recipient + ": " + missing + ".", "REQUIRED_TAB_BLANK");
+        return fail("Required and still blank for " + signer_->recipient + ": " + missing + ".",
+                    "REQUIRED_TAB_BLANK");
     controller->finishTapped();
 }
 

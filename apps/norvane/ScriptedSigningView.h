@@ -1,24 +1,28 @@
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <string>
-
 #include "SigningScript.h"
 
 #include <norvane/platform/Result.h>
 #include <norvane/signing/NVMNativeSigningViewController.h>
 #include <norvane/signing/NativeSigningView.h>
 
+#include <memory>
+#include <optional>
+#include <string>
+
 namespace norvane::cli {
 
 /// Stands for the people at the screen: fills in what the script says when each signer's turn comes, taps the
-/// places to sign, and finishes. What does not fit the envelope ends the signing, with the reason in `failure`.
-/// Main queue only.
-class ScriptedSigningView : public NativeSigningView, public std::enable_shared_from_this<ScriptedSigningView> {
+/// places to sign, and finishes. What does not fit the envelope ends the signing, with the reason in
+/// `failure`. Main queue only.
+class ScriptedSigningView : public NativeSigningView,
+                            public std::enable_shared_from_this<ScriptedSigningView> {
   public:
-    explicit ScriptedSigningView(SigningScript script) : script_(std::move(script)) {}
-    void setController(const std::shared_ptr<NVMNativeSigningViewController>& controller) { controller_ = controller; }
+    explicit ScriptedSigningView(SigningScript script)
+        : script_(std::move(script)) {}
+    void setController(const std::shared_ptr<NVMNativeSigningViewController>& controller) {
+        controller_ = controller;
+    }
     const Failure& failure() const { return failure_; }
 
     void showTitle(const std::string&) override {}

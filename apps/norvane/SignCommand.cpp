@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 #include "ScriptedSigningView.h"
 
@@ -7,8 +5,10 @@
 #include <norvane/platform/Clock.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/Errors.h>
-#include <norvane/signing/SignedPreview.h>
 #include <norvane/signing/OfflineEnvelope.h>
+#include <norvane/signing/SignedPreview.h>
+
+#include <CLI/CLI.hpp>
 
 namespace norvane::cli {
 
@@ -22,7 +22,8 @@ struct SignArguments {
 
 Dictionary describe(const NVMEnvelopeDefinition& envelope, const SigningScript& script) {
     Array signers;
-    for (const ScriptedSigner& signer : script.signers) signers.push_back(signer.recipient);
+    for (const ScriptedSigner& signer : script.signers)
+        signers.push_back(signer.recipient);
     const Value id = envelope.transactionId;
     return {{"envelopeId", envelope.envelopeId ? Value(envelope.envelopeId) : id},
             {"transactionId", id},
@@ -74,11 +75,13 @@ void sign(Context& context, const SignArguments& arguments) {
     if (arguments.preview) {
         const auto preview = signedPreviewOf(**envelope);
         if (context.failed(preview ? Failure() : Failure(preview.error()))) return;
-        if (context.failed(Platform::current().files->write(std::filesystem::absolute(*arguments.preview), *preview)))
+        if (context.failed(
+                Platform::current().files->write(std::filesystem::absolute(*arguments.preview), *preview)))
             return;
     }
     std::vector<std::string> lines{"signed; waits for upload as " + (*envelope)->transactionId.value_or("")};
-    for (const ScriptedSigner& signer : script->signers) lines.push_back("  " + signer.recipient);
+    for (const ScriptedSigner& signer : script->signers)
+        lines.push_back("  " + signer.recipient);
     context.output().result(describe(**envelope, *script), lines);
 }
 

@@ -1,13 +1,13 @@
 #include "SignatureFile.h"
 
-#include <algorithm>
-#include <cmath>
-#include <vector>
-
 #include <norvane/platform/Json.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/signature/NVMSignatureCleanup.h>
 #include <norvane/signature/NVMSignatureDrawView.h>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
 
 namespace norvane::cli {
 
@@ -85,7 +85,8 @@ Result<Image> drawnFrom(const std::filesystem::path& file, const Value& document
     NVMSignatureDrawView surface(moveIntoSurface(*strokes, width), Platform::current().displayScale);
     surface.lineColor = *colour;
     surface.lineWidth = width;
-    for (const auto& stroke : *strokes) surface.drawStroke(stroke);
+    for (const auto& stroke : *strokes)
+        surface.drawStroke(stroke);
     const auto image = surface.getImage();
     if (!image) return wrong(file, "the strokes leave nothing on the surface");
     const auto cropped = nvm_imageWithWhiteCropped(*image);
@@ -107,7 +108,8 @@ Result<Image> readSignatureFile(const std::filesystem::path& file) {
         return *cropped;
     }
     const auto document = parseJson(bytes->view());
-    if (!document) return wrong(file, "neither a PNG nor strokes as JSON: " + document.error().localizedDescription());
+    if (!document)
+        return wrong(file, "neither a PNG nor strokes as JSON: " + document.error().localizedDescription());
     return drawnFrom(file, *document);
 }
 

@@ -1,12 +1,12 @@
 #include "SigningScript.h"
 
-#include <set>
-
 #include "SignatureFile.h"
 
 #include <norvane/platform/Json.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/record/RecordValue.h>
+
+#include <set>
 
 namespace norvane::cli {
 
@@ -17,7 +17,8 @@ NVMError wrong(const std::string& what) {
 }
 
 /// An error that names the first member that is not one of the known ones.
-Failure onlyMembers(const Dictionary& object, const std::set<std::string_view>& known, const std::string& where) {
+Failure onlyMembers(const Dictionary& object, const std::set<std::string_view>& known,
+                    const std::string& where) {
     for (const auto& [key, value] : object)
         if (!known.contains(key)) return wrong("has an unknown member \"" + key + "\" in " + where);
     return std::nullopt;
@@ -26,10 +27,12 @@ Failure onlyMembers(const Dictionary& object, const std::set<std::string_view>& 
 Failure readTabs(const Value& tabs, ScriptedSigner& signer) {
     if (tabs.isNull()) return std::nullopt;
     const Dictionary* object = tabs.asDictionary();
-    if (!object) return wrong("must give \"tabs\" of " + signer.recipient + " as an object of tab label to value");
+    if (!object)
+        return wrong("must give \"tabs\" of " + signer.recipient + " as an object of tab label to value");
     for (const auto& [label, value] : *object) {
         if (!value.isString() && !value.isBool())
-            return wrong("must give the tab \"" + label + "\" of " + signer.recipient + " a text, true or false");
+            return wrong("must give the tab \"" + label + "\" of " + signer.recipient +
+                         " a text, true or false");
         signer.tabs.emplace_back(label, value);
     }
     return std::nullopt;
@@ -74,8 +77,10 @@ Result<ScriptedSigner> readSigner(const Value& value, const std::filesystem::pat
     if (!recipient || recipient->empty()) return wrong("must name the \"recipient\" of each signer");
     signer.recipient = *recipient;
     if (const auto failure = readTabs(value["tabs"], signer)) return *failure;
-    if (const auto failure = readImage(value["signature"], folder, "signature", signer.signature)) return *failure;
-    if (const auto failure = readImage(value["initials"], folder, "initials", signer.initials)) return *failure;
+    if (const auto failure = readImage(value["signature"], folder, "signature", signer.signature))
+        return *failure;
+    if (const auto failure = readImage(value["initials"], folder, "initials", signer.initials))
+        return *failure;
     return signer;
 }
 

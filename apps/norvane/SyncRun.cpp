@@ -1,14 +1,14 @@
 #include "SyncRun.h"
 
-#include <algorithm>
-#include <map>
-
 #include "Output.h"
 
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/NVMEnvelopesManager.h>
 #include <norvane/store/EnvelopeSummary.h>
 #include <norvane/store/NVMEnvelopeSynchronizer.h>
+
+#include <algorithm>
+#include <map>
 
 namespace norvane::cli {
 
@@ -38,8 +38,10 @@ SyncOutcome runSync(const std::string& id) {
         const auto succeeded = centre->addObserver("NVMEnvelopeSyncingSucceededNotification", advance);
         const auto failed = centre->addObserver("NVMEnvelopeSyncingFailedNotification", advance);
         NVMEnvelopesManager manager;
-        if (id.empty()) manager.syncEnvelopes();
-        else manager.syncEnvelopeWithId(started.front().envelopeId.value_or(""));
+        if (id.empty())
+            manager.syncEnvelopes();
+        else
+            manager.syncEnvelopeWithId(started.front().envelopeId.value_or(""));
         NVMEnvelopeSynchronizer::sharedSynchronizer()->waitUntilIdle();
     }
     std::map<std::string, EnvelopeSummary> left;
@@ -50,8 +52,10 @@ SyncOutcome runSync(const std::string& id) {
     for (const EnvelopeSummary& envelope : started) {
         const std::string& transactionId = *envelope.transactionId;
         const auto kept = left.find(transactionId);
-        if (kept == left.end()) outcome.succeeded.push_back(transactionId);
-        else outcome.failed.emplace_back(transactionId, kept->second.syncFailureReason.value_or("not sent"));
+        if (kept == left.end())
+            outcome.succeeded.push_back(transactionId);
+        else
+            outcome.failed.emplace_back(transactionId, kept->second.syncFailureReason.value_or("not sent"));
     }
     return outcome;
 }

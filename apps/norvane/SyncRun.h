@@ -8,13 +8,13 @@
 namespace norvane::cli {
 
 struct SyncOutcome {
-    std::vector<std::string> succeeded;                          ///< transaction ids
-    std::vector<std::pair<std::string, std::string>> failed;     ///< transaction id and reason
-    std::size_t pending = 0;                                     ///< envelopes that still wait
+    std::vector<std::string> succeeded;                      ///< transaction ids
+    std::vector<std::pair<std::string, std::string>> failed; ///< transaction id and reason
+    std::size_t pending = 0;                                 ///< envelopes that still wait
 };
 
-/// Uploads all pending envelopes, or the one of that envelope or transaction id, and returns when each has its
-/// outcome. With nothing pending it returns at once.
+/// Uploads all pending envelopes, or the one of that envelope or transaction id, and returns when each has
+/// its outcome. With nothing pending it returns at once.
 SyncOutcome runSync(const std::string& id);
 
 } // namespace norvane::cli

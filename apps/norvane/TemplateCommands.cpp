@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "Commands.h"
 
 #include <norvane/model/NVMEnvelopeTemplate.h>
@@ -7,6 +5,8 @@
 #include <norvane/platform/Json.h>
 #include <norvane/sdk/Errors.h>
 #include <norvane/templates/NVMTemplatesManager.h>
+
+#include <CLI/CLI.hpp>
 
 namespace norvane::cli {
 
@@ -24,8 +24,10 @@ void list(Context& context, const std::string& search) {
         if (error) return answer.give(*error);
         answer.give(templates.value_or(TemplateList{}));
     };
-    if (search.empty()) manager.listTemplatesWithCompletion(completion);
-    else manager.listTemplatesWithTemplateName(search, NVMSearchOptions::CaseInsensitive, completion);
+    if (search.empty())
+        manager.listTemplatesWithCompletion(completion);
+    else
+        manager.listTemplatesWithTemplateName(search, NVMSearchOptions::CaseInsensitive, completion);
     const auto templates = answer.wait();
     if (!templates) {
         context.failed(templates.error());
@@ -73,7 +75,8 @@ void cache(Context& context, const std::vector<std::string>& ids) {
     Progress progress("caching", ids.size());
     for (const std::string& id : ids) {
         const Answer<Failure> answer;
-        manager.cacheTemplateWithId(id, [answer](std::optional<NVMError> error) { answer.give(std::move(error)); });
+        manager.cacheTemplateWithId(
+            id, [answer](std::optional<NVMError> error) { answer.give(std::move(error)); });
         if (context.failed(answer.wait())) return;
         progress.advance(id);
         const auto cached = manager.cachedTemplateWithId(id, false);
@@ -105,7 +108,8 @@ void remove(Context& context, const std::vector<std::string>& ids, bool all) {
             return;
         }
     if (all) manager.removeCachedTemplates();
-    for (const std::string& id : ids) manager.removeCachedTemplateWithId(id);
+    for (const std::string& id : ids)
+        manager.removeCachedTemplateWithId(id);
     Array document;
     std::vector<std::string> lines;
     for (const std::string& id : all ? kept : ids) {
@@ -118,7 +122,8 @@ void remove(Context& context, const std::vector<std::string>& ids, bool all) {
 } // namespace
 
 void addTemplateCommands(CLI::App& program, Context& context) {
-    auto* templates = program.add_subcommand("templates", "The account's templates, and those kept on this device");
+    auto* templates =
+        program.add_subcommand("templates", "The account's templates, and those kept on this device");
     templates->require_subcommand(1);
 
     auto search = std::make_shared<std::string>();
@@ -127,11 +132,14 @@ void addTemplateCommands(CLI::App& program, Context& context) {
     listCommand->callback([&context, search] { list(context, *search); });
 
     auto cacheIds = std::make_shared<std::vector<std::string>>();
-    auto* cacheCommand = templates->add_subcommand("cache", "Keeps templates on this device, with their PDFs");
+    auto* cacheCommand =
+        templates->add_subcommand("cache", "Keeps templates on this device, with their PDFs");
     cacheCommand->add_option("ID", *cacheIds, "Template ids")->required();
     cacheCommand->callback([&context, cacheIds] { cache(context, *cacheIds); });
 
-    templates->add_subcommand("cached", "What is kept on this device")->callback([&context] { cached(context); });
+    templates->add_subcommand("cached", "What is kept on this device")->callback([&context] {
+        cached(context);
+    });
 
     auto removeIds = std::make_shared<std::vector<std::string>>();
     auto all = std::make_shared<bool>(false);

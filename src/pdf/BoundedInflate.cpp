@@ -11,10 +11,13 @@
 namespace norvane {
 namespace {
 
-/// The filter's name, empty when the stream has none; nothing when there are several.
+/// The filter's name, empty when the stream has none; nothing when there are several, or when another object
+/// holds it, which cannot be looked up yet.
 std::optional<std::string> onlyFilterOf(QPDFObjectHandle dictionary) {
     QPDFObjectHandle filter = dictionary.getKey("/Filter");
+    if (filter.isIndirect()) return std::nullopt;
     if (filter.isArray() && filter.getArrayNItems() == 1) filter = filter.getArrayItem(0);
+    if (filter.isIndirect()) return std::nullopt;
     if (filter.isNull() || (filter.isArray() && filter.getArrayNItems() == 0)) return "";
     if (!filter.isName()) return std::nullopt;
     return filter.getName();

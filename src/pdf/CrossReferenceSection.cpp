@@ -171,7 +171,8 @@ void CrossReferenceReader::readEntries(QPDFObjectHandle dictionary, std::string_
 
 void CrossReferenceReader::readLinks(QPDFObjectHandle dictionary, CrossReferenceSection& section) {
     if (!dictionary.isDictionary()) throw std::runtime_error("cross-reference section without dictionary");
-    section.isEncrypted = dictionary.hasKey("/Encrypt");
+    // Not `hasKey`: what the entry refers to is not at hand here, and would count as missing.
+    section.isEncrypted = dictionary.getDictAsMap().contains("/Encrypt");
     for (const char* key : {"/Prev", "/XRefStm"}) {
         long long position = 0;
         if (dictionary.getKey(key).getValueAsInt(position) && position > 0)
@@ -182,7 +183,11 @@ void CrossReferenceReader::readLinks(QPDFObjectHandle dictionary, CrossReference
 InflatedSize CrossReferenceReader::inflatedSizeAt(std::size_t position, std::size_t limit) const {
     const StreamObject object = objectAt(position);
     if (object.dataStart == 0) return {};
-    return checkInflatedSize(object.dictionary, file_.substr(object.dataStart), limit);
+    std::string_view raw = file_.substr(object.dataStart);
+    long long length = 0;
+    if (QPDFObjectHandle(object.dictionary).getKey("/Length").getValueAsInt(length) && length >= 0)
+        raw = raw.substr(0, static_cast<std::size_t>(length));
+    return checkInflatedSize(object.dictionary, raw, limit);
 }
 
 CrossReferenceReader::StreamObject CrossReferenceReader::objectAt(std::size_t position) const {

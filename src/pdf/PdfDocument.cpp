@@ -23,6 +23,7 @@ Failure readDocument(PdfDocument::State& state) {
     qpdf.setSuppressWarnings(true);
     qpdf.setAttemptRecovery(false);
     qpdf.processMemoryFile("document", state.bytes.view().data(), state.bytes.size());
+    if (qpdf.isEncrypted()) return pdfError(PdfErrorCode::Encrypted);
     // Every object is read now, so that damage shows here and not while the user signs.
     for (const QPDFObjectHandle& object : qpdf.getAllObjects())
         state.hasDigitalSignatures = state.hasDigitalSignatures || holdsSignature(object);

@@ -24,9 +24,12 @@ bool isNumeric(FieldKind kind) {
 
 std::optional<double> numberIn(const Field& field, const void* record) {
     switch (field.kind) {
-    case FieldKind::Bool: return field.as<bool>(record) ? 1.0 : 0.0;
-    case FieldKind::Integer: return static_cast<double>(field.as<std::int64_t>(record));
-    default: return field.as<field::Number>(record);
+    case FieldKind::Bool:
+        return field.as<bool>(record) ? 1.0 : 0.0;
+    case FieldKind::Integer:
+        return static_cast<double>(field.as<std::int64_t>(record));
+    default:
+        return field.as<field::Number>(record);
     }
 }
 
@@ -38,9 +41,15 @@ std::int64_t integerOf(double value) {
 
 void setNumber(const Field& field, void* record, std::optional<double> value) {
     switch (field.kind) {
-    case FieldKind::Bool: field.as<bool>(record) = value.value_or(0) != 0; break;
-    case FieldKind::Integer: field.as<std::int64_t>(record) = integerOf(value.value_or(0)); break;
-    default: field.as<field::Number>(record) = value; break;
+    case FieldKind::Bool:
+        field.as<bool>(record) = value.value_or(0) != 0;
+        break;
+    case FieldKind::Integer:
+        field.as<std::int64_t>(record) = integerOf(value.value_or(0));
+        break;
+    default:
+        field.as<field::Number>(record) = value;
+        break;
     }
 }
 
@@ -48,18 +57,39 @@ void setNumber(const Field& field, void* record, std::optional<double> value) {
 template <class Visit>
 void withPlainType(FieldKind kind, Visit visit) {
     switch (kind) {
-    case FieldKind::Text: visit(static_cast<field::Text*>(nullptr)); break;
-    case FieldKind::Bool: visit(static_cast<field::Bool*>(nullptr)); break;
-    case FieldKind::Integer: visit(static_cast<field::Integer*>(nullptr)); break;
-    case FieldKind::Number: visit(static_cast<field::Number*>(nullptr)); break;
-    case FieldKind::DateTime: visit(static_cast<field::Date*>(nullptr)); break;
-    case FieldKind::Bytes: visit(static_cast<field::Bytes*>(nullptr)); break;
-    case FieldKind::TextList: visit(static_cast<field::TextList*>(nullptr)); break;
-    case FieldKind::Any: visit(static_cast<field::Any*>(nullptr)); break;
-    case FieldKind::Local: visit(static_cast<field::LocalText*>(nullptr)); break;
-    case FieldKind::Rest: visit(static_cast<field::Rest*>(nullptr)); break;
+    case FieldKind::Text:
+        visit(static_cast<field::Text*>(nullptr));
+        break;
+    case FieldKind::Bool:
+        visit(static_cast<field::Bool*>(nullptr));
+        break;
+    case FieldKind::Integer:
+        visit(static_cast<field::Integer*>(nullptr));
+        break;
+    case FieldKind::Number:
+        visit(static_cast<field::Number*>(nullptr));
+        break;
+    case FieldKind::DateTime:
+        visit(static_cast<field::Date*>(nullptr));
+        break;
+    case FieldKind::Bytes:
+        visit(static_cast<field::Bytes*>(nullptr));
+        break;
+    case FieldKind::TextList:
+        visit(static_cast<field::TextList*>(nullptr));
+        break;
+    case FieldKind::Any:
+        visit(static_cast<field::Any*>(nullptr));
+        break;
+    case FieldKind::Local:
+        visit(static_cast<field::LocalText*>(nullptr));
+        break;
+    case FieldKind::Rest:
+        visit(static_cast<field::Rest*>(nullptr));
+        break;
     case FieldKind::Record:
-    case FieldKind::List: break;
+    case FieldKind::List:
+        break;
     }
 }
 
@@ -80,7 +110,8 @@ bool equalReferences(const Field& field, const void* a, const void* b) {
     const ReferenceAccess& access = *field.reference;
     const void* first = field.in(a);
     const void* second = field.in(b);
-    if (access.present(first) != access.present(second) || access.size(first) != access.size(second)) return false;
+    if (access.present(first) != access.present(second) || access.size(first) != access.size(second))
+        return false;
     for (std::size_t index = 0; index < access.size(first); ++index)
         if (!equalRecords(access.type(), access.at(first, index), access.at(second, index))) return false;
     return true;
@@ -135,25 +166,38 @@ bool equalRecords(const RecordType& type, const void* a, const void* b) {
 bool hasValue(const Field& field, const void* record) {
     switch (field.kind) {
     case FieldKind::Bool:
-    case FieldKind::Integer: return true;
+    case FieldKind::Integer:
+        return true;
     case FieldKind::Record:
-    case FieldKind::List: return field.reference->present(field.in(record));
-    case FieldKind::Local: return field.as<field::LocalText>(record).text.has_value();
-    case FieldKind::Rest: return !field.as<field::Rest>(record).members.empty();
-    default: return !valueOf(field, record).isNull();
+    case FieldKind::List:
+        return field.reference->present(field.in(record));
+    case FieldKind::Local:
+        return field.as<field::LocalText>(record).text.has_value();
+    case FieldKind::Rest:
+        return !field.as<field::Rest>(record).members.empty();
+    default:
+        return !valueOf(field, record).isNull();
     }
 }
 
 Value valueOf(const Field& field, const void* record) {
     switch (field.kind) {
-    case FieldKind::Text: return field.as<field::Text>(record);
-    case FieldKind::Bool: return field.as<bool>(record);
-    case FieldKind::Integer: return field.as<std::int64_t>(record);
-    case FieldKind::Number: return field.as<field::Number>(record);
-    case FieldKind::DateTime: return field.as<field::Date>(record);
-    case FieldKind::Bytes: return field.as<field::Bytes>(record);
-    case FieldKind::Any: return field.as<field::Any>(record);
-    case FieldKind::Local: return field.as<field::LocalText>(record).text;
+    case FieldKind::Text:
+        return field.as<field::Text>(record);
+    case FieldKind::Bool:
+        return field.as<bool>(record);
+    case FieldKind::Integer:
+        return field.as<std::int64_t>(record);
+    case FieldKind::Number:
+        return field.as<field::Number>(record);
+    case FieldKind::DateTime:
+        return field.as<field::Date>(record);
+    case FieldKind::Bytes:
+        return field.as<field::Bytes>(record);
+    case FieldKind::Any:
+        return field.as<field::Any>(record);
+    case FieldKind::Local:
+        return field.as<field::LocalText>(record).text;
     case FieldKind::TextList: {
         const auto& list = field.as<field::TextList>(record);
         if (!list) return {};
@@ -161,7 +205,8 @@ Value valueOf(const Field& field, const void* record) {
     }
     case FieldKind::Rest:
     case FieldKind::Record:
-    case FieldKind::List: break;
+    case FieldKind::List:
+        break;
     }
     return {};
 }

@@ -1,7 +1,6 @@
-#include <norvane/record/RecordValue.h>
-
 #include <norvane/platform/Base64.h>
 #include <norvane/platform/DateFormat.h>
+#include <norvane/record/RecordValue.h>
 
 namespace norvane {
 
@@ -29,7 +28,8 @@ class Filling {
 
     Failure set(const Field& field, void* record, const Value& value, const std::string& place) {
         switch (field.kind) {
-        case FieldKind::Text: return setText(field, record, value, place);
+        case FieldKind::Text:
+            return setText(field, record, value, place);
         case FieldKind::Bool:
             if (!value.isBool()) return error(place, "must be true or false");
             field.as<bool>(record) = value.boolValue();
@@ -42,17 +42,24 @@ class Filling {
             if (!value.asDouble() || value.isBool()) return error(place, "must be a number");
             field.as<field::Number>(record) = value.asDouble();
             return std::nullopt;
-        case FieldKind::DateTime: return setDate(field, record, value, place);
+        case FieldKind::DateTime:
+            return setDate(field, record, value, place);
         case FieldKind::Bytes:
             if (!value.isString()) return error(place, "must be bytes in base64");
             field.as<field::Bytes>(record) = decodeBase64(*value.asString());
             return std::nullopt;
-        case FieldKind::TextList: return setTexts(field, record, value, place);
-        case FieldKind::Any: field.as<field::Any>(record) = value; return std::nullopt;
-        case FieldKind::Record: return setRecord(field, record, value, place);
-        case FieldKind::List: return setList(field, record, value, place);
+        case FieldKind::TextList:
+            return setTexts(field, record, value, place);
+        case FieldKind::Any:
+            field.as<field::Any>(record) = value;
+            return std::nullopt;
+        case FieldKind::Record:
+            return setRecord(field, record, value, place);
+        case FieldKind::List:
+            return setList(field, record, value, place);
         case FieldKind::Local:
-        case FieldKind::Rest: break;
+        case FieldKind::Rest:
+            break;
         }
         return error(place, "cannot be given");
     }
@@ -94,7 +101,8 @@ class Filling {
         for (const Value& entry : *value.asArray()) {
             const std::string element = place + "[" + std::to_string(index++) + "]";
             if (!entry.isDictionary()) return error(element, "must be an object");
-            if (Failure failure = fill(access.type(), access.emplace(field.in(record)), *entry.asDictionary(), element))
+            if (Failure failure =
+                    fill(access.type(), access.emplace(field.in(record)), *entry.asDictionary(), element))
                 return failure;
         }
         return std::nullopt;

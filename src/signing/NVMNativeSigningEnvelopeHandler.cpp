@@ -1,11 +1,11 @@
-#include <norvane/signing/NVMNativeSigningEnvelopeHandler.h>
-
 #include <norvane/model/NVMEnvelopeDefinition.h>
+#include <norvane/signing/NVMNativeSigningEnvelopeHandler.h>
 #include <norvane/store/DocumentFiles.h>
 
 namespace norvane {
 
-NVMNativeSigningEnvelopeHandler::NVMNativeSigningEnvelopeHandler(std::shared_ptr<NVMEnvelopeDefinition> envelope)
+NVMNativeSigningEnvelopeHandler::NVMNativeSigningEnvelopeHandler(
+    std::shared_ptr<NVMEnvelopeDefinition> envelope)
     : envelope_(std::move(envelope)) {}
 
 void NVMNativeSigningEnvelopeHandler::setEnvelope(std::shared_ptr<NVMEnvelopeDefinition> envelope) {

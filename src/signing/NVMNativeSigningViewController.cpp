@@ -1,7 +1,3 @@
-#include <norvane/signing/NVMNativeSigningViewController.h>
-
-#include <algorithm>
-
 #include "src/signing/TabAnnotations.h"
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
@@ -13,8 +9,11 @@
 #include <norvane/sdk/Configuration.h>
 #include <norvane/sdk/Errors.h>
 #include <norvane/sdk/NVMCredentials.h>
+#include <norvane/signing/NVMNativeSigningViewController.h>
 #include <norvane/signing/NVMPTNPDFAnnotationManager.h>
 #include <norvane/signing/SigningNotifications.h>
+
+#include <algorithm>
 
 namespace norvane {
 
@@ -26,8 +25,10 @@ constexpr std::int64_t kInPersonSignerType = 6;
 
 } // namespace
 
-Result<std::shared_ptr<NVMNativeSigningViewController>> NVMNativeSigningViewController::viewControllerForEnvelope(
-    std::shared_ptr<NVMEnvelopeDefinition> envelope, std::shared_ptr<NativeSigningView> view, Completion completion) {
+Result<std::shared_ptr<NVMNativeSigningViewController>>
+NVMNativeSigningViewController::viewControllerForEnvelope(std::shared_ptr<NVMEnvelopeDefinition> envelope,
+                                                          std::shared_ptr<NativeSigningView> view,
+                                                          Completion completion) {
     if (!envelope || !envelope->combinedDocument || !envelope->combinedDocument->pdf)
         return NVM_errorTemplateHasNoDocuments();
     auto document = PdfDocument::open(*envelope->combinedDocument->pdf);
@@ -36,17 +37,20 @@ Result<std::shared_ptr<NVMNativeSigningViewController>> NVMNativeSigningViewCont
         std::move(envelope), std::move(*document), std::move(view), std::move(completion)));
 }
 
-NVMNativeSigningViewController::NVMNativeSigningViewController(std::shared_ptr<NVMEnvelopeDefinition> envelope,
-                                                               std::shared_ptr<PdfDocument> document,
-                                                               std::shared_ptr<NativeSigningView> view,
-                                                               Completion completion)
-    : envelopeHandler_(std::move(envelope)), docToOpen_(std::move(document)), view_(std::move(view)),
-      completion_(std::move(completion)), annotationsManager_(std::make_unique<NVMPTNPDFAnnotationManager>()) {}
+NVMNativeSigningViewController::NVMNativeSigningViewController(
+    std::shared_ptr<NVMEnvelopeDefinition> envelope, std::shared_ptr<PdfDocument> document,
+    std::shared_ptr<NativeSigningView> view, Completion completion)
+    : envelopeHandler_(std::move(envelope))
+    , docToOpen_(std::move(document))
+    , view_(std::move(view))
+    , completion_(std::move(completion))
+    , annotationsManager_(std::make_unique<NVMPTNPDFAnnotationManager>()) {}
 
 NVMNativeSigningViewController::~NVMNativeSigningViewController() = default;
 
 void NVMNativeSigningViewController::viewDidLoad() {
-    view_->showPoweredBy("Powered by Norvane", configuredValueForSetupKey(NVM_SETUP_POWERED_BY_NORVANE_ENABLED));
+    view_->showPoweredBy("Powered by Norvane",
+                         configuredValueForSetupKey(NVM_SETUP_POWERED_BY_NORVANE_ENABLED));
     setupWithEnvelope();
 }
 
@@ -67,8 +71,7 @@ void NVMNativeSigningViewController::switchToSigners() {
     const bool madeHere = envelope()->isLocallyOriginatedEnvelope() && !envelope()->isCreatedFromTemplate();
     if (recipients.size() == 1 || madeHere) {
         const auto unsignedSigners = envelope()->incompleteLocalSigners();
-        if (unsignedSigners.empty())
-            return end(NVM_errorOfflineSigningUnavailable());
+        if (unsignedSigners.empty()) return end(NVM_errorOfflineSigningUnavailable());
         return switchToSigner(unsignedSigners.front());
     }
     if (recipients.empty()) return end(NVM_errorOfflineSigningUnavailable());
@@ -122,7 +125,8 @@ void NVMNativeSigningViewController::addAnnotations() {
                 (tab->tabType == NVMTabTypeCompany || tab->tabType == NVMTabTypeTitle))
                 tab->value = "";
             if (tab->frame) {
-                // Deliberate: the shift is applied to the stored frame itself, each time the recipient's turn comes.
+                // Deliberate: the shift is applied to the stored frame itself, each time the recipient's turn
+                // comes.
                 if (tab->tabType == NVMTabTypeSignHere) tab->frame->originY += tab->frame->height / 2;
                 if (tab->tabType == NVMTabTypeInitialHere) tab->frame->originY += tab->frame->height / 3;
             }
@@ -136,7 +140,8 @@ void NVMNativeSigningViewController::addAnnotationForTag(const std::shared_ptr<N
     const auto annotation = createTabAnnotation(*tab, docToOpen_, page, view_);
     if (!annotation) return;
     if (annotation->isTextBased()) {
-        if (tab->tabType == NVMTabTypeDateSigned || tab->tabType == NVMTabTypeFullName) tab->value = visibleTextOf(*tab);
+        if (tab->tabType == NVMTabTypeDateSigned || tab->tabType == NVMTabTypeFullName)
+            tab->value = visibleTextOf(*tab);
         annotation->setVisualContent(visibleTextOf(*tab));
     }
     annotationsManager_->registerPDFAnnotationForNVMAnnotation(annotation);
@@ -144,16 +149,20 @@ void NVMNativeSigningViewController::addAnnotationForTag(const std::shared_ptr<N
 
 std::string NVMNativeSigningViewController::visibleTextOf(const NVMTab& tab) const {
     switch (tab.tabType) {
-    case NVMTabTypeDateSigned: return shortDateShortTime(Platform::current().clock->now());
-    case NVMTabTypeFullName: return currentRecipient_->nvm_name();
-    default: break;
+    case NVMTabTypeDateSigned:
+        return shortDateShortTime(Platform::current().clock->now());
+    case NVMTabTypeFullName:
+        return currentRecipient_->nvm_name();
+    default:
+        break;
     }
     if (tab.value && !tab.value->empty()) return *tab.value;
     if (!configuredValueForSetupKey(NVM_SETUP_OFFLINE_SIGNING_USE_PLACEHOLDER_TAB_VALUE)) return {};
     return tab.nvm_nameForTagType().value_or("");
 }
 
-void NVMNativeSigningViewController::finalizeSwitchToCurrentRecipient(const std::shared_ptr<NVMRecipient>& previous) {
+void NVMNativeSigningViewController::finalizeSwitchToCurrentRecipient(
+    const std::shared_ptr<NVMRecipient>& previous) {
     const std::size_t count = envelope()->allOfflineRecipientsInCurrentRoutingOrder().size();
     nvm_notifyEnvelopeRecipientWillBeginOfflineSigningWithUserInfo(
         nvm_userInfoWithRecipient(currentRecipient_, envelope()));
@@ -165,7 +174,8 @@ void NVMNativeSigningViewController::finalizeSwitchToCurrentRecipient(const std:
     view_->showTitle(name);
     if (auto signer = std::dynamic_pointer_cast<NVMSigner>(currentRecipient_)) signer->name = name;
 
-    if (alertsAreHidden() || (!previous && isSignedInUser(*currentRecipient_))) return presentSignerPermissions();
+    if (alertsAreHidden() || (!previous && isSignedInUser(*currentRecipient_)))
+        return presentSignerPermissions();
     const auto recipients = envelope()->recipients->allRecipients();
     const bool isFirst = !recipients.empty() && recipients.front() == currentRecipient_;
     Alert alert;
@@ -173,7 +183,8 @@ void NVMNativeSigningViewController::finalizeSwitchToCurrentRecipient(const std:
     alert.message = Platform::current().strings->format("Signing.PleasePassTheSalt",
                                                         {Platform::current().deviceModel, name});
     alert.actions.push_back({text("Common.OK"), [self = weak_from_this()] {
-                                 if (const auto controller = self.lock()) controller->presentSignerPermissions();
+                                 if (const auto controller = self.lock())
+                                     controller->presentSignerPermissions();
                              }});
     Platform::current().alerts->present(std::move(alert));
 }
@@ -214,7 +225,8 @@ void NVMNativeSigningViewController::updateAnnotations() {
 
 std::shared_ptr<NVMTab> NVMNativeSigningViewController::tabWithId(const std::string& tabId) const {
     for (const auto& tab : envelope()->allTags())
-        if (tab->tabId == tabId && currentRecipient_ && tab->recipientId == currentRecipient_->recipientId) return tab;
+        if (tab->tabId == tabId && currentRecipient_ && tab->recipientId == currentRecipient_->recipientId)
+            return tab;
     return nullptr;
 }
 
@@ -233,7 +245,8 @@ bool NVMNativeSigningViewController::isSignedInUser(const NVMRecipient& recipien
 
 int NVMNativeSigningViewController::pageOf(const NVMTab& tab) const {
     const auto start = startPageOfDocument_.find(tab.documentId.value_or(""));
-    return (start == startPageOfDocument_.end() ? 0 : start->second) + static_cast<int>(tab.pageNumber.value_or(1));
+    return (start == startPageOfDocument_.end() ? 0 : start->second) +
+           static_cast<int>(tab.pageNumber.value_or(1));
 }
 
 NVMError NVMNativeSigningViewController::cancelledError() {

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "src/signing/TabAnnotations.h"
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
@@ -9,6 +7,8 @@
 #include <norvane/platform/TextCompare.h>
 #include <norvane/sdk/Configuration.h>
 #include <norvane/signing/NVMNativeSigningViewController.h>
+
+#include <algorithm>
 
 // The part of the offline signing controller that fills fields and moves between them.
 
@@ -43,9 +43,12 @@ void NVMNativeSigningViewController::didTapOnAnnotation(const std::string& tabId
     highlightTab(tab);
     switch (tab->tabType) {
     case NVMTabTypeSignHere:
-    case NVMTabTypeInitialHere: return handleTapOnSignAndInitialAnnotation(tab);
-    case NVMTabTypeCheckbox: return toggleCheckbox(tab);
-    default: break;
+    case NVMTabTypeInitialHere:
+        return handleTapOnSignAndInitialAnnotation(tab);
+    case NVMTabTypeCheckbox:
+        return toggleCheckbox(tab);
+    default:
+        break;
     }
     if (annotation->isTextBased()) view_->showTextEditor(annotation, tab->value.value_or(""));
 }
@@ -53,7 +56,9 @@ void NVMNativeSigningViewController::didTapOnAnnotation(const std::string& tabId
 void NVMNativeSigningViewController::handleTapOnSignAndInitialAnnotation(const std::shared_ptr<NVMTab>& tab) {
     const bool isInitial = tab->tabType == NVMTabTypeInitialHere;
     const auto& signature = currentRecipient_->signature;
-    const auto& image = !signature ? nullptr : isInitial ? signature->initialsImage : signature->signatureImage;
+    const auto& image = !signature  ? nullptr
+                        : isInitial ? signature->initialsImage
+                                    : signature->signatureImage;
     if (image && image->data) return stamp(tab, *image->data);
     adoptingForTab_ = tab;
     view_->showSignatureCapture(isInitial);
@@ -76,7 +81,8 @@ void NVMNativeSigningViewController::updateSignatureWithImage(const Image& image
     if (!currentRecipient_->signature) currentRecipient_->signature = std::make_shared<NVMSignature>();
     auto data = std::make_shared<NVMTabImageData>();
     data->data = image.pngData();
-    auto& slot = isInitial ? currentRecipient_->signature->initialsImage : currentRecipient_->signature->signatureImage;
+    auto& slot = isInitial ? currentRecipient_->signature->initialsImage
+                           : currentRecipient_->signature->signatureImage;
     slot = data;
     if (const auto tab = adoptingForTab_.lock()) stamp(tab, *data->data);
     adoptingForTab_.reset();
@@ -131,12 +137,14 @@ void NVMNativeSigningViewController::highlightTab(const std::shared_ptr<NVMTab>&
 
 void NVMNativeSigningViewController::scrollToNextField() {
     std::vector<std::shared_ptr<NVMTab>> fields;
-    const bool blankOnly = configuredValueForSetupKey(NVM_SETUP_OFFLINE_SIGNING_NAVIGATE_BLANK_REQUIRED_FIELDS);
+    const bool blankOnly =
+        configuredValueForSetupKey(NVM_SETUP_OFFLINE_SIGNING_NAVIGATE_BLANK_REQUIRED_FIELDS);
     for (const auto& tab : envelope()->requiredNavigableTagsForRecipient(currentRecipient_))
         if (annotationFor(*tab) && (!blankOnly || isBlank(*tab))) fields.push_back(tab);
     if (fields.empty()) return;
     const auto place = [&](const std::shared_ptr<NVMTab>& tab) { return placeOf(*tab, pageOf(*tab)); };
-    std::sort(fields.begin(), fields.end(), [&](const auto& a, const auto& b) { return place(a) < place(b); });
+    std::sort(fields.begin(), fields.end(),
+              [&](const auto& a, const auto& b) { return place(a) < place(b); });
     auto next = fields.begin();
     if (const auto highlighted = highlightedTab_.lock()) {
         next = std::find_if(fields.begin(), fields.end(),
@@ -149,8 +157,9 @@ void NVMNativeSigningViewController::scrollToNextField() {
 
 std::vector<std::shared_ptr<NVMTab>> NVMNativeSigningViewController::remainingRequiredTags() const {
     if (!currentRecipient_) return {};
-    return envelope()->remainingRequiredTagsForRecipient(currentRecipient_).value_or(
-        std::vector<std::shared_ptr<NVMTab>>{});
+    return envelope()
+        ->remainingRequiredTagsForRecipient(currentRecipient_)
+        .value_or(std::vector<std::shared_ptr<NVMTab>>{});
 }
 
 std::string NVMNativeSigningViewController::finishButtonTitle() const {

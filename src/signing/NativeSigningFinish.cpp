@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "src/signing/OfflineSigningHash.h"
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
@@ -10,6 +8,8 @@
 #include <norvane/store/DocumentFiles.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
 
+#include <algorithm>
+
 // The part of the offline signing controller that ends a recipient's turn, and the envelope.
 
 namespace norvane {
@@ -19,7 +19,8 @@ namespace {
 std::string text(std::string_view key) { return Platform::current().strings->text(key); }
 
 std::optional<std::string> templateIdOf(const NVMEnvelopeDefinition& envelope) {
-    return envelope.envelopeTemplateDefinition ? envelope.envelopeTemplateDefinition->templateId : std::nullopt;
+    return envelope.envelopeTemplateDefinition ? envelope.envelopeTemplateDefinition->templateId
+                                               : std::nullopt;
 }
 
 } // namespace
@@ -31,14 +32,16 @@ void NVMNativeSigningViewController::finishTapped() {
     Alert sheet;
     sheet.isSheet = true;
     sheet.actions.push_back({text("Signing.ConfirmSigning"), [self = weak_from_this()] {
-                                 if (const auto controller = self.lock()) controller->finalizeCurrentRecipient();
+                                 if (const auto controller = self.lock())
+                                     controller->finalizeCurrentRecipient();
                              }});
     Platform::current().alerts->present(std::move(sheet));
 }
 
 void NVMNativeSigningViewController::finalizeCurrentRecipient() {
     currentRecipient_->signedDateTime = Platform::current().clock->now();
-    currentRecipient_->offlineAttributes->offlineSigningHash = offlineSigningHash(*envelope(), currentRecipient_);
+    currentRecipient_->offlineAttributes->offlineSigningHash =
+        offlineSigningHash(*envelope(), currentRecipient_);
     updateCurrentRoutingOrder();
     nameLastFinishedSigning_ = currentRecipient_->nvm_name();
     nvm_notifyEnvelopeRecipientDidEndOfflineSigningWithUserInfo(
@@ -71,15 +74,17 @@ void NVMNativeSigningViewController::finishAsGuest() {
     const auto account = NVMCredentials::primaryCredentials();
     Alert alert;
     alert.title = text("Signing.PassBackToHost");
-    alert.message = platform.strings->format("Signing.PleasePassTheSalt",
-                                             {platform.deviceModel, account ? account->userName.value_or("") : ""});
+    alert.message = platform.strings->format(
+        "Signing.PleasePassTheSalt", {platform.deviceModel, account ? account->userName.value_or("") : ""});
     alert.actions.push_back({text("Common.OK"), [self = weak_from_this()] {
                                  if (const auto controller = self.lock()) controller->finishAsHost();
                              }});
     platform.alerts->present(std::move(alert));
 }
 
-void NVMNativeSigningViewController::finishAsHost() { finishWithMessage("Signing.AllInPersonSignersCompleted"); }
+void NVMNativeSigningViewController::finishAsHost() {
+    finishWithMessage("Signing.AllInPersonSignersCompleted");
+}
 
 void NVMNativeSigningViewController::finishAsSelfSign() { finishWithMessage("Signing.SigningComplete"); }
 
@@ -99,7 +104,8 @@ void NVMNativeSigningViewController::finishEnvelope() {
     envelope()->setSubjectIfNeeded();
     nvm_notifySigningComplete(envelope()->envelopeId, templateIdOf(*envelope()), NVMSigningModeOffline,
                               Value::object(shared_from_this()));
-    NVMEnvelopesHandler::finishEnvelope(*envelope(), [self = shared_from_this()](std::optional<NVMError> error) {
+    NVMEnvelopesHandler::finishEnvelope(*envelope(), [self =
+                                                          shared_from_this()](std::optional<NVMError> error) {
         Platform::current().executors->mainQueue()->async([self, error] { self->envelopeWasCached(error); });
     });
 }

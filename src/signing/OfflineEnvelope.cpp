@@ -1,14 +1,13 @@
-#include <norvane/signing/OfflineEnvelope.h>
-
-#include <algorithm>
-
 #include <norvane/platform/Clock.h>
 #include <norvane/platform/TextCompare.h>
 #include <norvane/sdk/Errors.h>
 #include <norvane/sdk/SessionState.h>
 #include <norvane/signing/NVMNativeSigningEnvelopeHandler.h>
+#include <norvane/signing/OfflineEnvelope.h>
 #include <norvane/signing/SigningNotifications.h>
 #include <norvane/templates/NVMTemplatesHandler.h>
+
+#include <algorithm>
 
 namespace norvane {
 
@@ -39,8 +38,8 @@ void setFirstRoutingOrder(NVMEnvelopeDefinition& envelope) {
 
 } // namespace
 
-Result<std::shared_ptr<NVMEnvelopeDefinition>> offlineEnvelopeFromTemplate(const std::string& templateId,
-                                                                           const NVMEnvelopeDefaults& defaults) {
+Result<std::shared_ptr<NVMEnvelopeDefinition>>
+offlineEnvelopeFromTemplate(const std::string& templateId, const NVMEnvelopeDefaults& defaults) {
     if (!isUuidString(templateId)) return NVM_errorInvalidInput();
     if (!NVM_isSetupAndLoginSuccessful()) return NVM_errorSetupIncomplete();
     auto envelope = NVMTemplatesHandler::createEnvelopeFromTemplateWithId(templateId, {}, 0, true);
@@ -54,7 +53,8 @@ Result<std::shared_ptr<NVMEnvelopeDefinition>> offlineEnvelopeFromTemplate(const
     return envelope;
 }
 
-void validateTabsValuesWithTemplateId(NVMEnvelopeDefinition& envelope, const std::optional<std::string>& templateId) {
+void validateTabsValuesWithTemplateId(NVMEnvelopeDefinition& envelope,
+                                      const std::optional<std::string>& templateId) {
     std::vector<std::string> labels;
     for (const auto& tab : envelope.allTags()) {
         const bool hasValue = !isBlank(tab->value);
@@ -65,8 +65,8 @@ void validateTabsValuesWithTemplateId(NVMEnvelopeDefinition& envelope, const std
         if (envelope.isReadonlyAndRequiredTextTabsToEditableConversionPending()) tab->nvm_setLocked(false);
     }
     if (labels.empty()) return;
-    nvm_notifyFoundReadonlyAndRequiredTabsWithInvalidDefaults(NVM_errorEnvelopeHasInvalidDefaultsForTabLabels(labels),
-                                                              envelope.envelopeId, templateId);
+    nvm_notifyFoundReadonlyAndRequiredTabsWithInvalidDefaults(
+        NVM_errorEnvelopeHasInvalidDefaultsForTabLabels(labels), envelope.envelopeId, templateId);
 }
 
 } // namespace norvane

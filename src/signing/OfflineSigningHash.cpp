@@ -1,14 +1,15 @@
 #include "src/signing/OfflineSigningHash.h"
 
-#include <algorithm>
-
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/model/NVMTabImageData.h>
 #include <norvane/platform/Files.h>
 
+#include <algorithm>
+
 namespace norvane {
 
-std::string offlineSigningHash(const NVMEnvelopeDefinition& envelope, const std::shared_ptr<NVMRecipient>& recipient) {
+std::string offlineSigningHash(const NVMEnvelopeDefinition& envelope,
+                               const std::shared_ptr<NVMRecipient>& recipient) {
     std::string message;
     if (envelope.combinedDocument && envelope.combinedDocument->pdf)
         message.append(envelope.combinedDocument->pdf->view());

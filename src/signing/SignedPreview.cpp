@@ -1,13 +1,12 @@
-#include <norvane/signing/SignedPreview.h>
-
-#include <algorithm>
-
 #include "src/signing/TabAnnotations.h"
 
 #include <norvane/model/NVMCheckbox.h>
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/pdf/PdfDocument.h>
 #include <norvane/sdk/Errors.h>
+#include <norvane/signing/SignedPreview.h>
+
+#include <algorithm>
 
 namespace norvane {
 
@@ -16,7 +15,8 @@ namespace {
 bool isFilled(const NVMTab& tab) {
     if (const auto* imageTab = dynamic_cast<const NVMImageTabProtocol*>(&tab))
         return imageTab->imageData && imageTab->imageData->data;
-    if (tab.tabType == NVMTabTypeCheckbox || tab.tabType == NVMTabTypeRadio) return annotatedTabOf(tab).selected;
+    if (tab.tabType == NVMTabTypeCheckbox || tab.tabType == NVMTabTypeRadio)
+        return annotatedTabOf(tab).selected;
     return tab.value && !tab.value->empty();
 }
 
@@ -48,7 +48,8 @@ void drawTab(const NVMTab& tab, const std::shared_ptr<PdfDocument>& document, in
 } // namespace
 
 Result<Data> signedPreviewOf(const NVMEnvelopeDefinition& envelope) {
-    if (!envelope.combinedDocument || !envelope.combinedDocument->pdf) return NVM_errorTemplateHasNoDocuments();
+    if (!envelope.combinedDocument || !envelope.combinedDocument->pdf)
+        return NVM_errorTemplateHasNoDocuments();
     auto document = PdfDocument::open(*envelope.combinedDocument->pdf);
     if (!document) return document.error();
     int startPage = 0;

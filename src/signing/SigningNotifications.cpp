@@ -1,8 +1,7 @@
-#include <norvane/signing/SigningNotifications.h>
-
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/model/NVMRecipient.h>
 #include <norvane/platform/Platform.h>
+#include <norvane/signing/SigningNotifications.h>
 
 namespace norvane {
 
@@ -12,8 +11,8 @@ void post(std::string_view name, Dictionary userInfo, const Value& object = {}) 
     Platform::current().notifications->post({std::string(name), object, std::move(userInfo)});
 }
 
-Dictionary signingEnd(const std::optional<std::string>& envelopeId, const std::optional<std::string>& templateId,
-                      NVMSigningMode mode) {
+Dictionary signingEnd(const std::optional<std::string>& envelopeId,
+                      const std::optional<std::string>& templateId, NVMSigningMode mode) {
     Dictionary userInfo = userInfoWithEnvelopeId(envelopeId, templateId, std::nullopt);
     userInfo["signingMode"] = nvm_stringWithSigningMode(mode);
     return userInfo;
@@ -39,7 +38,8 @@ Dictionary nvm_userInfoWithRecipient(const std::shared_ptr<NVMRecipient>& recipi
 Dictionary nvm_userInfoWithRecipients(const std::vector<std::shared_ptr<NVMRecipient>>& recipients,
                                       const std::shared_ptr<NVMEnvelopeDefinition>& envelope) {
     Array list;
-    for (const auto& recipient : recipients) list.push_back(Value::object(recipient));
+    for (const auto& recipient : recipients)
+        list.push_back(Value::object(recipient));
     return {{"recipients", std::move(list)}, {"envelopeDefinition", Value::object(envelope)}};
 }
 
@@ -55,7 +55,8 @@ void nvm_notifySigningCancelled(const std::optional<std::string>& envelopeId,
     post(NVMSigningCancelledNotification, signingEnd(envelopeId, templateId, mode), screen);
 }
 
-void nvm_notifyOfflineEnvelopeSigningError(const NVMError& error, const std::optional<std::string>& envelopeId,
+void nvm_notifyOfflineEnvelopeSigningError(const NVMError& error,
+                                           const std::optional<std::string>& envelopeId,
                                            const std::optional<std::string>& templateId,
                                            const std::optional<std::string>& additionalDetail) {
     Dictionary userInfo = userInfoWithEnvelopeId(envelopeId, templateId, error);

@@ -43,13 +43,16 @@ AnnotatedTab annotatedTabOf(const NVMTab& tab) {
     return result;
 }
 
-std::shared_ptr<NVMPDFBaseAnnotation> createTabAnnotation(const NVMTab& tab, const std::shared_ptr<PdfDocument>& document,
-                                                          int page, const std::weak_ptr<AnnotationView>& view) {
+std::shared_ptr<NVMPDFBaseAnnotation> createTabAnnotation(const NVMTab& tab,
+                                                          const std::shared_ptr<PdfDocument>& document,
+                                                          int page,
+                                                          const std::weak_ptr<AnnotationView>& view) {
     if (page < 1) return nullptr;
     const auto pdfPage = document->page(static_cast<std::size_t>(page));
     if (!pdfPage) return nullptr;
     const AnnotatedTab annotated = annotatedTabOf(tab);
-    if (!isImageTabType(tab.tabType)) return NVMPTNPDFTextAnnotation::CreateWithTab(annotated, document, *pdfPage, view);
+    if (!isImageTabType(tab.tabType))
+        return NVMPTNPDFTextAnnotation::CreateWithTab(annotated, document, *pdfPage, view);
     auto annotation = NVMPTNPDFImageAnnotation::CreateWithTab(annotated, document, *pdfPage, view);
     if (annotation) showTabContent(*annotation, tab);
     return annotation;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
-
 #include <norvane/pdf/AnnotationView.h>
 #include <norvane/signing/AnnotatedTab.h>
 #include <norvane/signing/NVMPDFBaseAnnotation.h>
+
+#include <memory>
 
 namespace norvane {
 
@@ -19,8 +19,10 @@ AnnotatedTab annotatedTabOf(const NVMTab& tab);
 
 /// A new annotation of the tab on that page (from 1) of the document. Null when the document
 /// has no such page.
-std::shared_ptr<NVMPDFBaseAnnotation> createTabAnnotation(const NVMTab& tab, const std::shared_ptr<PdfDocument>& document,
-                                                          int page, const std::weak_ptr<AnnotationView>& view);
+std::shared_ptr<NVMPDFBaseAnnotation> createTabAnnotation(const NVMTab& tab,
+                                                          const std::shared_ptr<PdfDocument>& document,
+                                                          int page,
+                                                          const std::weak_ptr<AnnotationView>& view);
 
 /// Brings an image annotation up to date with the tab: its adopted image, whether it is checked.
 void showTabContent(NVMPDFBaseAnnotation& annotation, const NVMTab& tab);

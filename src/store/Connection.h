@@ -1,17 +1,17 @@
 #pragma once
 
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <unordered_map>
 
-#include <SQLiteCpp/Database.h>
-#include <SQLiteCpp/Statement.h>
-
 namespace norvane {
 
-/// One connection to the store's file with its prepared statements. For one thread at a time. Everything may throw
-/// SQLite::Exception.
+/// One connection to the store's file with its prepared statements. For one thread at a time. Everything may
+/// throw SQLite::Exception.
 class Connection {
   public:
     enum class Use { Reading, Writing };
@@ -20,8 +20,8 @@ class Connection {
     /// Opens an existing file.
     Connection(const std::filesystem::path& file, Use use);
 
-    /// A prepared statement, clean for use; it is reset when the object goes, so nothing that was bound without a
-    /// copy is looked at afterwards.
+    /// A prepared statement, clean for use; it is reset when the object goes, so nothing that was bound
+    /// without a copy is looked at afterwards.
     class Prepared {
       public:
         explicit Prepared(SQLite::Statement& statement)
@@ -38,8 +38,8 @@ class Connection {
 
     /// The statement of a text that lives as long as the process; prepared once a connection.
     Prepared kept(const std::string& sql);
-    /// The statement of a text made for the occasion, to be wrapped in `Prepared`; kept for a while too. One at a
-    /// time.
+    /// The statement of a text made for the occasion, to be wrapped in `Prepared`; kept for a while too. One
+    /// at a time.
     SQLite::Statement& prepare(const std::string& sql);
     void run(const char* sql) { database_.exec(sql); }
 

@@ -1,11 +1,10 @@
-#include <norvane/store/DocumentFiles.h>
-
-#include <norvane/platform/Platform.h>
-#include <norvane/store/ObjectStore.h>
-
 #include "src/store/FileJournal.h"
 #include "src/store/StoreErrorOf.h"
 #include "src/store/StoreWork.h"
+
+#include <norvane/platform/Platform.h>
+#include <norvane/store/DocumentFiles.h>
+#include <norvane/store/ObjectStore.h>
 
 #include <algorithm>
 #include <functional>
@@ -28,26 +27,31 @@ std::string subPath(std::string_view folder) {
 
 NVMError notOpen() { return storeError(StoreError::NotOpen, "The store is not open."); }
 
-NVMError damaged(std::string_view documentName, const std::string& reason, const Failure& cause = std::nullopt) {
+NVMError damaged(std::string_view documentName, const std::string& reason,
+                 const Failure& cause = std::nullopt) {
     auto error = storeError(StoreError::DocumentDamaged,
                             "The document \"" + std::string(documentName) + "\" " + reason);
     error.userInfo.emplace(kStoreDocumentKey, documentName);
-    if (cause) error.userInfo.emplace(kUnderlyingErrorKey, Value::object(std::make_shared<const NVMError>(*cause)));
+    if (cause)
+        error.userInfo.emplace(kUnderlyingErrorKey, Value::object(std::make_shared<const NVMError>(*cause)));
     return error;
 }
 
-/// Puts the name on record, lets the file be made, which gives its digest, and strikes the name out again when that
-/// fails.
-Failure makeFile(const std::string& path, std::string_view folder, const std::function<Result<std::string>(const fs::path&)>& make) {
+/// Puts the name on record, lets the file be made, which gives its digest, and strikes the name out again
+/// when that fails.
+Failure makeFile(const std::string& path, std::string_view folder,
+                 const std::function<Result<std::string>(const fs::path&)>& make) {
     const auto target = NVM_documentsPathByAppendingPathComponent(path);
     if (!target) return storeError(StoreError::NotFound, "No place for documents: " + path);
     const auto store = ObjectStore::defaultStore();
     if (!store) return notOpen();
     if (auto error = NVM_setupUserDirectories(folder)) return error;
     const auto& session = StoreWork::session(*store);
-    if (auto error = StoreWork::write(*store, [&](Connection& c) { FileJournal(c).add(path, session); })) return error;
+    if (auto error = StoreWork::write(*store, [&](Connection& c) { FileJournal(c).add(path, session); }))
+        return error;
     const auto digest = make(*target);
-    if (digest) return StoreWork::write(*store, [&](Connection& c) { FileJournal(c).setDigest(path, *digest); });
+    if (digest)
+        return StoreWork::write(*store, [&](Connection& c) { FileJournal(c).setDigest(path, *digest); });
     // What was refused left nothing behind; an entry that stays is cleared by the next set-up.
     static_cast<void>(StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(path); }));
     return digest.error();
@@ -101,7 +105,8 @@ std::string NVM_thumbnailPathForDocumentId(std::string_view documentId) {
     // A folder that cannot be made shows when the thumbnail is written.
     static_cast<void>(NVM_setupUserDirectories(kThumbnailsFolder));
     std::string name(documentId);
-    std::replace_if(name.begin(), name.end(), [](char c) { return c == '/' || c == '\0'; }, '_');
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '/' || c == '\0'; }, '_');
     return NVM_getUserDirectoryPathWithFolder(kThumbnailsFolder) + "/" + name + "_thumb.png";
 }
 
@@ -119,7 +124,8 @@ Result<Data> NVM_verifiedDataWithPath(std::string_view path, const std::optional
     if (!file) return damaged(documentName, "has no file.");
     auto bytes = files().read(*file);
     if (!bytes) return damaged(documentName, "cannot be read.", bytes.error());
-    if (sha256 && sha256Hex(bytes->view()) != *sha256) return damaged(documentName, "is not what was stored.");
+    if (sha256 && sha256Hex(bytes->view()) != *sha256)
+        return damaged(documentName, "is not what was stored.");
     return bytes;
 }
 
@@ -140,7 +146,8 @@ Failure NVM_encryptedWriteToFile(const Data& bytes, const std::string& path, std
     });
 }
 
-Failure NVM_encryptedWriteTemplateDocument(const Data& bytes, const std::string& path, std::string_view folder) {
+Failure NVM_encryptedWriteTemplateDocument(const Data& bytes, const std::string& path,
+                                           std::string_view folder) {
     return NVM_encryptedWriteToFile(bytes, path, folder);
 }
 
@@ -164,7 +171,8 @@ bool NVM_deleteDocumentWithPath(std::string_view path) {
     const auto store = ObjectStore::defaultStore();
     // An entry that stays in the journal names a file that is gone, which is no harm.
     if (removed && store)
-        static_cast<void>(StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(std::string(path)); }));
+        static_cast<void>(
+            StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(std::string(path)); }));
     return removed;
 }
 

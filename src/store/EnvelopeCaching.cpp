@@ -1,3 +1,9 @@
+#include "src/store/EnvelopeDocuments.h"
+#include "src/store/EnvelopeRemoval.h"
+#include "src/store/Notify.h"
+#include "src/store/StoreErrorOf.h"
+#include "src/store/UploadAttempts.h"
+
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/model/mapping/EnvelopeMapping.h>
 #include <norvane/platform/Platform.h>
@@ -5,12 +11,6 @@
 #include <norvane/store/NVMEnvelopeQueuer.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
 #include <norvane/store/NVMRecordCacher.h>
-
-#include "src/store/EnvelopeDocuments.h"
-#include "src/store/EnvelopeRemoval.h"
-#include "src/store/Notify.h"
-#include "src/store/StoreErrorOf.h"
-#include "src/store/UploadAttempts.h"
 
 // The part of the envelope handler that stores whole envelopes.
 
@@ -23,7 +23,8 @@ using Envelope = std::shared_ptr<NVMCDEnvelopeDefinition>;
 field::Number boxed(bool value) { return value ? 1.0 : 0.0; }
 
 std::optional<std::string> templateIdOf(const NVMEnvelopeDefinition& envelope) {
-    return envelope.envelopeTemplateDefinition ? envelope.envelopeTemplateDefinition->templateId : std::nullopt;
+    return envelope.envelopeTemplateDefinition ? envelope.envelopeTemplateDefinition->templateId
+                                               : std::nullopt;
 }
 
 /// A save under way: what it works on, and what is told when it has ended.
@@ -115,18 +116,21 @@ void start(const NVMEnvelopeDefinition& envelope, NVMEnvelopesHandler::Completio
         error = begin(*save, store);
     }
     if (!error) {
-        store->saveInBackground([save, write](ManagedObjectContext& context) { return write(*save, context); },
-                                [save](const Failure& saved) { save->ended(saved); });
+        store->saveInBackground(
+            [save, write](ManagedObjectContext& context) { return write(*save, context); },
+            [save](const Failure& saved) { save->ended(saved); });
         return;
     }
     Platform::current().executors->mainQueue()->async(
-        [error, completion = std::move(completion), userInfo = cacheUserInfo(envelope.transactionId, templateIdOf(envelope), error)] {
+        [error, completion = std::move(completion),
+         userInfo = cacheUserInfo(envelope.transactionId, templateIdOf(envelope), error)] {
             postNotification(NVMEnvelopeCacheFailedNotification, userInfo);
             if (completion) completion(error);
         });
 }
 
-/// An earlier copy that the service may have already keeps its transaction identifier: that is how it would tell.
+/// An earlier copy that the service may have already keeps its transaction identifier: that is how it would
+/// tell.
 Result<std::string> transactionIdFor(const Envelope& earlier, ObjectStore& store) {
     if (earlier && earlier->transactionId) {
         const auto attempt = UploadAttempts(store).find(*earlier->transactionId);
@@ -147,23 +151,27 @@ void NVMEnvelopesHandler::cacheEnvelope(const NVMEnvelopeDefinition& envelope, C
 }
 
 void NVMEnvelopesHandler::updateCachedEnvelope(const NVMEnvelopeDefinition& envelope, Completion completion) {
-    const auto begin = [](EnvelopeSave&, const std::shared_ptr<ObjectStore>&) -> Failure { return std::nullopt; };
+    const auto begin = [](EnvelopeSave&, const std::shared_ptr<ObjectStore>&) -> Failure {
+        return std::nullopt;
+    };
     start(envelope, std::move(completion), begin, &updateEnvelope);
 }
 
 void NVMEnvelopesHandler::finishEnvelope(NVMEnvelopeDefinition& envelope, Completion completion) {
     const auto begin = [&](EnvelopeSave& save, const std::shared_ptr<ObjectStore>& store) -> Failure {
-        if (envelope.envelopeId) save.earlier = findEnvelopeWithId(*envelope.envelopeId, store->defaultContext());
+        if (envelope.envelopeId)
+            save.earlier = findEnvelopeWithId(*envelope.envelopeId, store->defaultContext());
         const auto transactionId = transactionIdFor(save.earlier, *store);
         if (!transactionId) return transactionId.error();
         save.transactionId = *transactionId;
         envelope.transactionId = *transactionId;
         return std::nullopt;
     };
-    start(envelope, std::move(completion), begin, [](EnvelopeSave& save, ManagedObjectContext& context) -> Failure {
-        if (save.earlier) replaceEarlier(save, context);
-        return insertEnvelope(save, context);
-    });
+    start(envelope, std::move(completion), begin,
+          [](EnvelopeSave& save, ManagedObjectContext& context) -> Failure {
+              if (save.earlier) replaceEarlier(save, context);
+              return insertEnvelope(save, context);
+          });
 }
 
 } // namespace norvane

@@ -1,11 +1,11 @@
 #include "src/store/EnvelopeDocuments.h"
 
-#include <norvane/platform/Platform.h>
-#include <norvane/store/DocumentFiles.h>
-
 #include "src/store/FileJournal.h"
 #include "src/store/StoreErrorOf.h"
 #include "src/store/StoreWork.h"
+
+#include <norvane/platform/Platform.h>
+#include <norvane/store/DocumentFiles.h>
 
 #include <system_error>
 
@@ -39,23 +39,28 @@ void EnvelopeDocuments::discard() {
 Failure EnvelopeDocuments::prepare(const NVMEnvelopeTemplate& envelope, NVMCDEnvelopeDefinition& stored,
                                    std::int64_t ownerRow) {
     if (!envelope.documents || !stored.documents) return std::nullopt;
-    for (std::size_t index = 0; index < envelope.documents->size() && index < stored.documents->size(); ++index) {
-        if (auto error = prepare(*(*envelope.documents)[index], *(*stored.documents)[index], ownerRow)) return error;
+    for (std::size_t index = 0; index < envelope.documents->size() && index < stored.documents->size();
+         ++index) {
+        if (auto error = prepare(*(*envelope.documents)[index], *(*stored.documents)[index], ownerRow))
+            return error;
     }
     return std::nullopt;
 }
 
-Failure EnvelopeDocuments::prepare(const NVMDocument& document, NVMCDDocument& stored, std::int64_t ownerRow) {
+Failure EnvelopeDocuments::prepare(const NVMDocument& document, NVMCDDocument& stored,
+                                   std::int64_t ownerRow) {
     const std::string path = stored.sandboxFilePath.value_or("");
     if (!path.empty() && isThere(path)) return takeFile(stored, ownerRow);
     if (document.pdf && !document.pdf->empty()) return writeFile(*document.pdf, stored);
     if (path.empty()) return std::nullopt;
-    auto error = storeError(StoreError::DocumentDamaged, "The document \"" + nameOf(stored) + "\" has no file.");
+    auto error =
+        storeError(StoreError::DocumentDamaged, "The document \"" + nameOf(stored) + "\" has no file.");
     error.userInfo.emplace(kStoreDocumentKey, nameOf(stored));
     return error;
 }
 
-/// A file that something else names too, a template's for one, is not this envelope's to keep: it gets its own.
+/// A file that something else names too, a template's for one, is not this envelope's to keep: it gets its
+/// own.
 Failure EnvelopeDocuments::takeFile(NVMCDDocument& stored, std::int64_t ownerRow) {
     const std::string path = *stored.sandboxFilePath;
     const auto file = *NVM_documentsPathByAppendingPathComponent(path);
@@ -96,7 +101,8 @@ std::vector<std::string> EnvelopeDocuments::paths(const NVMCDEnvelopeDefinition&
     std::vector<std::string> paths;
     if (!envelope.documents) return paths;
     for (const auto& document : *envelope.documents)
-        if (document->sandboxFilePath && !document->sandboxFilePath->empty()) paths.push_back(*document->sandboxFilePath);
+        if (document->sandboxFilePath && !document->sandboxFilePath->empty())
+            paths.push_back(*document->sandboxFilePath);
     return paths;
 }
 

@@ -1,9 +1,9 @@
 #include "src/store/EnvelopeRemoval.h"
 
+#include "src/store/StoreWork.h"
+
 #include <norvane/store/NVMCDCacheMetaData.h>
 #include <norvane/store/NVMEnvelopeCachingPolicy.h>
-
-#include "src/store/StoreWork.h"
 
 namespace norvane {
 
@@ -13,7 +13,8 @@ const std::string kForgetAttempt = "DELETE FROM nv_uploadAttempt WHERE transacti
 
 } // namespace
 
-void removeEnvelope(ManagedObjectContext& context, const NVMCDEnvelopeDefinition& envelope, bool preserveDocuments) {
+void removeEnvelope(ManagedObjectContext& context, const NVMCDEnvelopeDefinition& envelope,
+                    bool preserveDocuments) {
     context.remove(envelope.objectID);
     if (envelope.documents && !preserveDocuments) {
         for (const auto& document : *envelope.documents)
@@ -21,8 +22,8 @@ void removeEnvelope(ManagedObjectContext& context, const NVMCDEnvelopeDefinition
     }
     for (const auto& identifier : {envelope.envelopeId, envelope.transactionId}) {
         if (identifier)
-            context.removeMatching(
-                NVMCDCacheMetaData::cachePredicateForURI(*identifier, std::string(kEnvelopeCachingIdentifier)));
+            context.removeMatching(NVMCDCacheMetaData::cachePredicateForURI(
+                *identifier, std::string(kEnvelopeCachingIdentifier)));
     }
 }
 

@@ -1,16 +1,16 @@
-#include <norvane/store/CacheNotifications.h>
-#include <norvane/store/DocumentFiles.h>
-#include <norvane/store/NVMEnvelopeSynchronizer.h>
-#include <norvane/store/NVMEnvelopesHandler.h>
-#include <norvane/store/NVMCDCacheMetaData.h>
-#include <norvane/store/NVMEnvelopeCachingPolicy.h>
-#include <norvane/store/ObjectStore.h>
-
 #include "src/store/EnvelopeDocuments.h"
 #include "src/store/EnvelopeRemoval.h"
 #include "src/store/FileJournal.h"
 #include "src/store/Notify.h"
 #include "src/store/StoreWork.h"
+
+#include <norvane/store/CacheNotifications.h>
+#include <norvane/store/DocumentFiles.h>
+#include <norvane/store/NVMCDCacheMetaData.h>
+#include <norvane/store/NVMEnvelopeCachingPolicy.h>
+#include <norvane/store/NVMEnvelopeSynchronizer.h>
+#include <norvane/store/NVMEnvelopesHandler.h>
+#include <norvane/store/ObjectStore.h>
 
 // The part of the envelope handler that removes, and that hands on to the synchroniser.
 
@@ -55,8 +55,8 @@ void NVMEnvelopesHandler::removeCachedEnvelopeWithId(const std::string& envelope
     postNotification(NVMEnvelopeUncachedNotification, cacheUserInfo(envelopeId, envelope->templateId));
 }
 
-void NVMEnvelopesHandler::removeCachedDocumentWithId(const std::string& documentId, const std::string& envelopeId,
-                                                     bool withTabs) {
+void NVMEnvelopesHandler::removeCachedDocumentWithId(const std::string& documentId,
+                                                     const std::string& envelopeId, bool withTabs) {
     const auto store = ObjectStore::defaultStore();
     if (!store) return;
     ManagedObjectContext context(store);
@@ -64,7 +64,8 @@ void NVMEnvelopesHandler::removeCachedDocumentWithId(const std::string& document
     if (!document) return;
     context.remove(document->objectID);
     if (document->sandboxFilePath) context.dropFile(*document->sandboxFilePath);
-    if (withTabs) context.removeMatching(NVMCDTab::fetchRequest().where("documentId", Match::Equal, documentId));
+    if (withTabs)
+        context.removeMatching(NVMCDTab::fetchRequest().where("documentId", Match::Equal, documentId));
     static_cast<void>(context.save()); // removals report no errors, deliberately
 }
 
@@ -76,9 +77,10 @@ void NVMEnvelopesHandler::removeCachedEnvelopes() {
         for (const auto& path : envelopeFiles(context))
             context.dropFile(path);
         context.removeAll(NVMCDEnvelopeDefinition::type());
-        context.removeMatching(NVMCDCacheMetaData::fetchRequest().where("recordType", Match::Equal,
-                                                                        kEnvelopeCachingIdentifier));
-        StoreWork::join(context, [](Connection& connection) { connection.run("DELETE FROM nv_uploadAttempt"); });
+        context.removeMatching(
+            NVMCDCacheMetaData::fetchRequest().where("recordType", Match::Equal, kEnvelopeCachingIdentifier));
+        StoreWork::join(context,
+                        [](Connection& connection) { connection.run("DELETE FROM nv_uploadAttempt"); });
         return std::nullopt;
     });
     if (error) return;
@@ -90,7 +92,8 @@ void NVMEnvelopesHandler::removeCachedEnvelopes() {
         postNotification(NVMEnvelopeUncachedNotification, cacheUserInfo(id, std::nullopt));
 }
 
-void NVMEnvelopesHandler::updateCachedEnvelopeWithId(const std::string& envelopeId, const std::string& syncFailReason) {
+void NVMEnvelopesHandler::updateCachedEnvelopeWithId(const std::string& envelopeId,
+                                                     const std::string& syncFailReason) {
     const auto store = ObjectStore::defaultStore();
     const auto envelope = store ? findEnvelopeWithId(envelopeId, store->defaultContext()) : nullptr;
     if (!envelope) return;

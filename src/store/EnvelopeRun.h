@@ -1,17 +1,19 @@
 #pragma once
 
-#include <string>
-
 #include <norvane/platform/Platform.h>
 #include <norvane/store/NVMCDEnvelopes.h>
 #include <norvane/store/NVMEnvelopeSynchronizer.h>
+
+#include <string>
 
 namespace norvane {
 
 /// One envelope of a run: what its operations hand to one another.
 struct NVMEnvelopeSynchronizer::EnvelopeRun {
-    EnvelopeRun(const ManagedObjectID& objectID, const NVMCDEnvelopeDefinition& envelope)
+    EnvelopeRun(const ManagedObjectID& objectID, const NVMCDEnvelopeDefinition& envelope,
+                std::size_t cancellations)
         : id(objectID)
+        , cancellationsAtStart(cancellations)
         , recordId(transactionIdPreferredOverEnvelopeIdForEnvelope(envelope))
         , startedInfo(userInfoWithEnvelopeIdTemplateIdTransactionIdForEnvelope(envelope))
         , transactionId(envelope.transactionId.value_or(""))
@@ -23,6 +25,7 @@ struct NVMEnvelopeSynchronizer::EnvelopeRun {
     }
 
     const ManagedObjectID id;
+    const std::size_t cancellationsAtStart; ///< a cancel since then has ended the run
     const std::string recordId;
     const Dictionary startedInfo;
     const std::string transactionId;

@@ -1,16 +1,16 @@
-#include <norvane/platform/Platform.h>
+#include "src/store/EnvelopeRun.h"
+#include "src/store/Notify.h"
+#include "src/store/StoreErrorOf.h"
+#include "src/store/UploadLock.h"
+
 #include <norvane/platform/Alerts.h>
+#include <norvane/platform/Platform.h>
 #include <norvane/sdk/Configuration.h>
 #include <norvane/sdk/NVMAPIErrorResponse.h>
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMEnvelopeQueuer.h>
 #include <norvane/store/ObjectStore.h>
-
-#include "src/store/EnvelopeRun.h"
-#include "src/store/Notify.h"
-#include "src/store/StoreErrorOf.h"
-#include "src/store/UploadLock.h"
 
 #include <algorithm>
 #include <array>
@@ -23,8 +23,8 @@ namespace norvane {
 namespace {
 
 /// Codes of the service after which trying again would change nothing.
-constexpr std::array<std::string_view, 4> kFinalCodes = {"OFFLINE_SIGNING_NOT_ALLOWED", "RECIPIENT_UPDATE_FAILED",
-                                                         "INVALID_CLIENTUSERID", "SUCCESS"};
+constexpr std::array<std::string_view, 4> kFinalCodes = {
+    "OFFLINE_SIGNING_NOT_ALLOWED", "RECIPIENT_UPDATE_FAILED", "INVALID_CLIENTUSERID", "SUCCESS"};
 
 std::string serviceCodeOf(const NVMError& error) {
     const auto body = error.userInfo.find(kServiceResponseObjectKey);
@@ -41,11 +41,13 @@ NVMError neverAnswered() { return storeError(StoreError::NotOpen, "The upload en
 
 /// Blocks until the attempt has its outcome.
 Failure uploadAndWait(const std::shared_ptr<NVMCDEnvelopeDefinition>& envelope,
-                      const std::shared_ptr<ObjectStore>& store, const std::shared_ptr<EnvelopeUploader>& uploader) {
+                      const std::shared_ptr<ObjectStore>& store,
+                      const std::shared_ptr<EnvelopeUploader>& uploader) {
     auto promise = std::make_shared<std::promise<Failure>>();
     auto outcome = promise->get_future();
     NVMEnvelopeQueuer::syncRemoteEnvelope(
-        envelope, store, uploader, [promise = std::move(promise)](Failure error) { promise->set_value(std::move(error)); });
+        envelope, store, uploader,
+        [promise = std::move(promise)](Failure error) { promise->set_value(std::move(error)); });
     try {
         return outcome.get();
     } catch (const std::future_error&) {
@@ -60,6 +62,8 @@ bool waitsForUpload(const NVMCDEnvelopeDefinition& envelope) {
 } // namespace
 
 void NVMEnvelopeSynchronizer::syncEnvelope(EnvelopeRun& run) {
+    // An operation that became free while a cancel went through the queue.
+    if (run.cancellationsAtStart != cancellations()) return;
     const auto store = ObjectStore::defaultStore();
     if (!store) {
         run.error = storeError(StoreError::NotOpen, "The store is not open.");
@@ -104,7 +108,8 @@ void NVMEnvelopeSynchronizer::giveUp(const EnvelopeRun& run, const NVMCDEnvelope
     if (const auto store = ObjectStore::defaultStore()) {
         // When this cannot be written the envelope stays in line, and gets the same answer the next time.
         static_cast<void>(store->saveAndWait([&](ManagedObjectContext& context) -> Failure {
-            context.updateAttributes(stored, {"syncPending", "syncPendingUploadRetryCount", "syncFailureReason"});
+            context.updateAttributes(stored,
+                                     {"syncPending", "syncPendingUploadRetryCount", "syncFailureReason"});
             return std::nullopt;
         }));
     }

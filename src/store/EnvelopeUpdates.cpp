@@ -1,14 +1,14 @@
+#include "src/store/EnvelopeDocuments.h"
+#include "src/store/Notify.h"
+#include "src/store/RecipientLists.h"
+#include "src/store/StoreErrorOf.h"
+
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/model/mapping/EnvelopeMapping.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
-
-#include "src/store/EnvelopeDocuments.h"
-#include "src/store/Notify.h"
-#include "src/store/RecipientLists.h"
-#include "src/store/StoreErrorOf.h"
 
 #include <algorithm>
 
@@ -40,7 +40,8 @@ struct PieceUpdate {
         error ? documents.discard() : documents.keep();
         const auto userInfo = stored ? cacheUserInfo(stored->envelopeId, stored->templateId, error)
                                      : cacheUserInfo(std::nullopt, std::nullopt, error);
-        postNotification(error ? NVMEnvelopeUpdateFailedNotification : NVMEnvelopeUpdatedNotification, userInfo);
+        postNotification(error ? NVMEnvelopeUpdateFailedNotification : NVMEnvelopeUpdatedNotification,
+                         userInfo);
         if (!completion) return;
         completion(error ? nullptr : std::make_shared<NVMEnvelopeDefinition>(*stored, true), error);
     }
@@ -51,13 +52,15 @@ void updateStored(Find find, Change change, NVMEnvelopesHandler::EnvelopeComplet
     if (!store) {
         Platform::current().executors->mainQueue()->async([completion = std::move(completion)] {
             const auto error = storeError(StoreError::NotOpen, "The store is not open.");
-            postNotification(NVMEnvelopeUpdateFailedNotification, cacheUserInfo(std::nullopt, std::nullopt, error));
+            postNotification(NVMEnvelopeUpdateFailedNotification,
+                             cacheUserInfo(std::nullopt, std::nullopt, error));
             if (completion) completion(nullptr, error);
         });
         return;
     }
     const auto update = std::make_shared<PieceUpdate>(store, std::move(completion));
-    const auto write = [update, find = std::move(find), change = std::move(change)](ManagedObjectContext& context) -> Failure {
+    const auto write = [update, find = std::move(find),
+                        change = std::move(change)](ManagedObjectContext& context) -> Failure {
         update->stored = find(context);
         if (!update->stored) return notFound("envelope");
         const auto before = EnvelopeDocuments::paths(*update->stored);
@@ -83,7 +86,8 @@ Find byRecipient(const NVMRecipient& signer) {
             NVMCDRecipient::fetchRequest().where("recipientId", FetchRequest::Match::Equal, id).limitTo(1),
             {"envelopeDefinition"});
         if (!rows || rows->empty()) return nullptr;
-        const ManagedObjectID envelopeID{NVMCDEnvelopeDefinition::type().name(), rows->front().front().integerValue()};
+        const ManagedObjectID envelopeID{NVMCDEnvelopeDefinition::type().name(),
+                                         rows->front().front().integerValue()};
         auto found = context.objectWithID<NVMCDEnvelopeDefinition>(envelopeID);
         return found ? std::move(found).value() : nullptr;
     };
@@ -105,9 +109,10 @@ std::shared_ptr<NVMCDRecipient> storedForm(const NVMRecipient& recipient) {
     return stored;
 }
 
-/// Puts the recipient among those of its kind: in its place when it is there already, with its tabs when it comes
-/// from another kind.
-Failure addOrUpdateRecipient(NVMCDEnvelopeDefinition& envelope, const std::shared_ptr<NVMCDRecipient>& given) {
+/// Puts the recipient among those of its kind: in its place when it is there already, with its tabs when it
+/// comes from another kind.
+Failure addOrUpdateRecipient(NVMCDEnvelopeDefinition& envelope,
+                             const std::shared_ptr<NVMCDRecipient>& given) {
     if (!envelope.recipients) envelope.recipients = std::make_shared<NVMCDRecipients>();
     const auto kind = static_cast<NVMRecipientType>(given->recipientType.value_or(0));
     auto* list = recipientsOfKind(*envelope.recipients, kind);
@@ -153,9 +158,10 @@ void NVMEnvelopesHandler::updateCachedEnvelopeUpdateDocuments(
                                                      EnvelopeDocuments& files) -> Failure {
         if (!stored.documents) return std::nullopt;
         for (const auto& document : copies) {
-            const auto found = std::find_if(stored.documents->begin(), stored.documents->end(), [&](const auto& candidate) {
-                return candidate->documentId == document->documentId;
-            });
+            const auto found =
+                std::find_if(stored.documents->begin(), stored.documents->end(), [&](const auto& candidate) {
+                    return candidate->documentId == document->documentId;
+                });
             if (found == stored.documents->end()) continue;
             nvm_mapToNvmcdDocument(*document, **found);
             if (auto error = files.prepare(*document, **found, stored.objectID.row)) return error;
@@ -168,11 +174,12 @@ void NVMEnvelopesHandler::updateCachedEnvelopeUpdateDocuments(
 void NVMEnvelopesHandler::updateCachedEnvelopeAddOrUpdateDocument(const NVMEnvelopeDefinition& envelope,
                                                                   const NVMDocument& document,
                                                                   EnvelopeCompletion completion) {
-    const auto change = [copy = copyOf(document)](NVMCDEnvelopeDefinition& stored, EnvelopeDocuments& files) -> Failure {
+    const auto change = [copy = copyOf(document)](NVMCDEnvelopeDefinition& stored,
+                                                  EnvelopeDocuments& files) -> Failure {
         if (!stored.documents) stored.documents.emplace();
-        auto found = std::find_if(stored.documents->begin(), stored.documents->end(), [&](const auto& candidate) {
-            return candidate->documentId == copy->documentId;
-        });
+        auto found =
+            std::find_if(stored.documents->begin(), stored.documents->end(),
+                         [&](const auto& candidate) { return candidate->documentId == copy->documentId; });
         if (found == stored.documents->end())
             found = stored.documents->insert(found, std::make_shared<NVMCDDocument>());
         nvm_mapToNvmcdDocument(*copy, **found);
@@ -181,11 +188,13 @@ void NVMEnvelopesHandler::updateCachedEnvelopeAddOrUpdateDocument(const NVMEnvel
     updateStored(byId(envelope), change, std::move(completion));
 }
 
-void NVMEnvelopesHandler::updateCachedEnvelopeAddOrUpdateRecipient(const NVMEnvelopeDefinition& envelope,
-                                                                   const std::shared_ptr<NVMRecipient>& recipient,
-                                                                   EnvelopeCompletion completion) {
-    if (recipient->recipientId.value_or("").empty()) recipient->recipientId = Platform::current().random->uuidString();
-    const auto change = [given = storedForm(*recipient)](NVMCDEnvelopeDefinition& stored, EnvelopeDocuments&) {
+void NVMEnvelopesHandler::updateCachedEnvelopeAddOrUpdateRecipient(
+    const NVMEnvelopeDefinition& envelope, const std::shared_ptr<NVMRecipient>& recipient,
+    EnvelopeCompletion completion) {
+    if (recipient->recipientId.value_or("").empty())
+        recipient->recipientId = Platform::current().random->uuidString();
+    const auto change = [given = storedForm(*recipient)](NVMCDEnvelopeDefinition& stored,
+                                                         EnvelopeDocuments&) {
         return addOrUpdateRecipient(stored, given);
     };
     updateStored(byId(envelope), change, std::move(completion));
@@ -222,7 +231,8 @@ void NVMEnvelopesHandler::updateCachedEnvelopeMoveRecipient(const NVMEnvelopeDef
     updateStored(byId(envelope), change, std::move(completion));
 }
 
-void NVMEnvelopesHandler::updateSignerAddOrUpdateTab(const NVMRecipient& signer, const std::shared_ptr<NVMTab>& tab,
+void NVMEnvelopesHandler::updateSignerAddOrUpdateTab(const NVMRecipient& signer,
+                                                     const std::shared_ptr<NVMTab>& tab,
                                                      EnvelopeCompletion completion) {
     // The tab is mapped here, while the caller holds it still.
     auto form = std::make_shared<NVMCDTab>();

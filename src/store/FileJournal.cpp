@@ -1,10 +1,10 @@
 #include "src/store/FileJournal.h"
 
+#include "src/store/StoreWork.h"
+
 #include <norvane/platform/Platform.h>
 #include <norvane/store/DocumentFiles.h>
 #include <norvane/store/NVMCDDocuments.h>
-
-#include "src/store/StoreWork.h"
 
 #include <SQLiteCpp/Column.h>
 
@@ -15,7 +15,8 @@ namespace norvane {
 
 namespace {
 
-const std::string kAdd = "INSERT INTO nv_file (path, session) VALUES (?, ?) ON CONFLICT DO UPDATE SET session = excluded.session";
+const std::string kAdd =
+    "INSERT INTO nv_file (path, session) VALUES (?, ?) ON CONFLICT DO UPDATE SET session = excluded.session";
 const std::string kRemove = "DELETE FROM nv_file WHERE path = ?";
 const std::string kEntries = "SELECT path, session FROM nv_file";
 const std::string kJournalled = "SELECT 1 FROM nv_file WHERE path = ?";
@@ -23,10 +24,10 @@ const std::string kSetDigest = "UPDATE nv_file SET sha256 = ? WHERE path = ?";
 const std::string kDigest =
     "SELECT _sha256 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) AND _sha256 IS NOT NULL "
     "UNION ALL SELECT sha256 FROM nv_file WHERE path = ?1 AND sha256 IS NOT NULL LIMIT 1";
-const std::string kNamedOutside =
-    "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) AND envelopeDefinition IS NOT ?2 LIMIT 1";
-const std::string kNamed = 
-    "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) OR filePath IN (?1, '/' || ?1) LIMIT 1";
+const std::string kNamedOutside = "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) AND "
+                                  "envelopeDefinition IS NOT ?2 LIMIT 1";
+const std::string kNamed = "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) OR filePath "
+                           "IN (?1, '/' || ?1) LIMIT 1";
 
 /// One spelling of a path, so that a row's and the journal's agree: without the slash in front.
 std::string canonical(const std::string& path) {
@@ -41,7 +42,8 @@ bool isHalfWritten(const std::filesystem::path& file) {
 std::vector<std::filesystem::path> filesIn(std::string_view folder) {
     std::error_code error;
     std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(NVM_getUserDirectoryPathWithFolder(folder), error))
+    for (const auto& entry :
+         std::filesystem::directory_iterator(NVM_getUserDirectoryPathWithFolder(folder), error))
         files.push_back(entry.path());
     return files;
 }
@@ -122,7 +124,8 @@ void FileJournal::removeDropped(ObjectStore& store, const std::vector<std::strin
     };
     if (paths.empty() || StoreWork::read(store, collect)) return;
     for (const auto& path : unnamed)
-        if (const auto file = NVM_documentsPathByAppendingPathComponent(path)) Platform::current().files->remove(*file);
+        if (const auto file = NVM_documentsPathByAppendingPathComponent(path))
+            Platform::current().files->remove(*file);
     static_cast<void>(StoreWork::write(store, [&](Connection& connection) {
         for (const auto& path : paths)
             FileJournal(connection).remove(path);
@@ -156,7 +159,8 @@ Failure clearLeftovers(ObjectStore& store, const Session& session) {
     };
     if (auto error = StoreWork::read(store, collect)) return error;
     for (const auto& path : unnamed)
-        if (const auto file = NVM_documentsPathByAppendingPathComponent(path)) Platform::current().files->remove(*file);
+        if (const auto file = NVM_documentsPathByAppendingPathComponent(path))
+            Platform::current().files->remove(*file);
     if (!session.clearEnded()) {
         removeHalfWritten(kEnvelopeDocumentsFolder);
         removeHalfWritten(kTemplateDocumentsFolder);

@@ -1,21 +1,21 @@
 #pragma once
 
+#include "src/store/Connection.h"
+#include "src/store/Sessions.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "src/store/Connection.h"
-#include "src/store/Sessions.h"
-
 namespace norvane {
 
 class ObjectStore;
 struct NVMCDDocument;
 
-/// The files that may be on disk without a row that names them: about to get one, or having lost theirs. Paths are
-/// relative to the documents folder. To be called inside a transaction.
+/// The files that may be on disk without a row that names them: about to get one, or having lost theirs.
+/// Paths are relative to the documents folder. To be called inside a transaction.
 class FileJournal {
   public:
     explicit FileJournal(Connection& connection)
@@ -41,8 +41,8 @@ class FileJournal {
     /// Whether a row of another owner than that envelope names the file.
     bool isNamedOutside(const std::string& path, std::int64_t envelopeRow);
 
-    /// Removes journalled files that have lost their last row, then their entries; outside a transaction. What
-    /// it cannot do the next set-up does.
+    /// Removes journalled files that have lost their last row, then their entries; outside a transaction.
+    /// What it cannot do the next set-up does.
     static void removeDropped(ObjectStore& store, const std::vector<std::string>& paths);
 
     /// Removes the folder's files that neither a row nor the journal knows.

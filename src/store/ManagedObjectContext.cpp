@@ -1,13 +1,12 @@
-#include <norvane/store/ManagedObjectContext.h>
-
-#include <norvane/platform/NVMException.h>
-#include <norvane/store/ObjectStore.h>
-
 #include "src/store/FileJournal.h"
 #include "src/store/Query.h"
 #include "src/store/StoreErrorOf.h"
 #include "src/store/StoreWork.h"
 #include "src/store/Trees.h"
+
+#include <norvane/platform/NVMException.h>
+#include <norvane/store/ManagedObjectContext.h>
+#include <norvane/store/ObjectStore.h>
 
 #include <utility>
 
@@ -68,7 +67,8 @@ ManagedObjectContext::~ManagedObjectContext() = default;
 Result<std::vector<ManagedObjectContext::Erased>>
 ManagedObjectContext::fetchErased(const FetchRequest& request, const RecordType& type) const {
     const Query query(request);
-    if (query.entity().type != &type) throw NVMException("InvalidFetchRequest", "a request of another entity");
+    if (query.entity().type != &type)
+        throw NVMException("InvalidFetchRequest", "a request of another entity");
     const auto store = store_.lock();
     if (!store) return storeIsGone();
     std::vector<Erased> objects;
@@ -111,7 +111,8 @@ Result<std::size_t> ManagedObjectContext::count(const FetchRequest& request) con
     const auto store = store_.lock();
     if (!store) return storeIsGone();
     std::size_t count = 0;
-    if (auto error = StoreWork::read(*store, [&](Connection& connection) { count = query.count(connection); }))
+    if (auto error =
+            StoreWork::read(*store, [&](Connection& connection) { count = query.count(connection); }))
         return *error;
     return count;
 }
@@ -130,7 +131,8 @@ ManagedObjectContext::fetchProperties(const FetchRequest& request,
 
 void ManagedObjectContext::insertErased(const RecordType& type, Erased object) {
     const Entity& entity = Model::current().entity(type);
-    if (!entity.isRoot()) throw NVMException("InvalidInsert", "inserted without owner: " + std::string(type.name()));
+    if (!entity.isRoot())
+        throw NVMException("InvalidInsert", "inserted without owner: " + std::string(type.name()));
     changes_->changes.push_back([&entity, object = std::move(object)](TreeWriter& writer, Connection&) {
         writer.insert(entity, object.get());
     });
@@ -141,12 +143,12 @@ void ManagedObjectContext::updateErased(const RecordType& type, Erased object,
     const Entity& entity = Model::current().entity(type);
     for (const auto name : attributes)
         if (!entity.attribute(name)) throw NVMException("InvalidUpdate", "no attribute " + std::string(name));
-    changes_->changes.push_back(
-        [&entity, object = std::move(object), attributes = std::move(attributes)](TreeWriter& writer, Connection&) {
-            const bool there = attributes.empty() ? writer.update(entity, object.get())
-                                                  : writer.updateAttributes(entity, object.get(), attributes);
-            if (!there) throw ObjectGone{};
-        });
+    changes_->changes.push_back([&entity, object = std::move(object),
+                                 attributes = std::move(attributes)](TreeWriter& writer, Connection&) {
+        const bool there = attributes.empty() ? writer.update(entity, object.get())
+                                              : writer.updateAttributes(entity, object.get(), attributes);
+        if (!there) throw ObjectGone{};
+    });
 }
 
 void ManagedObjectContext::remove(const ManagedObjectID& id) {
@@ -160,9 +162,10 @@ void ManagedObjectContext::remove(const ManagedObjectID& id) {
 }
 
 void ManagedObjectContext::removeAll(const RecordType& type) {
-    changes_->changes.push_back([&entity = Model::current().entity(type)](TreeWriter&, Connection& connection) {
-        connection.kept(entity.removeAll)->exec();
-    });
+    changes_->changes.push_back(
+        [&entity = Model::current().entity(type)](TreeWriter&, Connection& connection) {
+            connection.kept(entity.removeAll)->exec();
+        });
 }
 
 void ManagedObjectContext::removeMatching(const FetchRequest& request) {

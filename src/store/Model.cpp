@@ -73,8 +73,8 @@ constexpr EntityRow kEntities[] = {
     entity<NVMCDCacheMetaData>(),
 };
 
-// Owner, owned, the owner's member, the column of the owned entity's table. Columns of the kit's own, which are
-// not part of the published model, start with an underscore.
+// Owner, owned, the owner's member, the column of the owned entity's table. Columns of the kit's own, which
+// are not part of the published model, start with an underscore.
 constexpr OwnershipRow kOwnerships[] = {
     owns<NVMCDTab, NVMCDFrame>("frameEntity", "tab"),
     owns<NVMCDTab, NVMCDMergeField>("mergeField", "tab"),
@@ -133,7 +133,8 @@ constexpr OwnershipRow kOwnerships[] = {
     owns<NVMCDEnvelopeTemplate, NVMCDDocument>("combinedDocument", "_combinedTemplate"),
     owns<NVMCDEnvelopeTemplate, NVMCDDocument>("documents", "template"),
     owns<NVMCDEnvelopeTemplate, NVMCDRecipients>("recipients", "template"),
-    owns<NVMCDEnvelopeTemplate, NVMCDEnvelopeTemplateDefinition>("envelopeTemplateDefinition", "envelopeTemplate"),
+    owns<NVMCDEnvelopeTemplate, NVMCDEnvelopeTemplateDefinition>("envelopeTemplateDefinition",
+                                                                 "envelopeTemplate"),
     owns<NVMCDEnvelopeTemplate, NVMCDNotification>("notification", "notification"),
     owns<NVMCDEnvelopeTemplate, NVMCDCustomFields>("customFields", "envelopeTemplate"),
     owns<NVMCDEnvelopeTemplate, NVMCDEmailSettings>("emailSettings", "envelopeTemplate"),
@@ -141,12 +142,17 @@ constexpr OwnershipRow kOwnerships[] = {
 
 std::string_view columnType(FieldKind kind) {
     switch (kind) {
-    case FieldKind::Number: return "NUMERIC";
-    case FieldKind::DateTime: return "INTEGER"; // milliseconds since 1970
-    case FieldKind::Bytes: return "BLOB";
+    case FieldKind::Number:
+        return "NUMERIC";
+    case FieldKind::DateTime:
+        return "INTEGER"; // milliseconds since 1970
+    case FieldKind::Bytes:
+        return "BLOB";
     case FieldKind::Bool:
-    case FieldKind::Integer: return "INTEGER NOT NULL DEFAULT 0";
-    default: return "TEXT"; // lists as JSON
+    case FieldKind::Integer:
+        return "INTEGER NOT NULL DEFAULT 0";
+    default:
+        return "TEXT"; // lists as JSON
     }
 }
 
@@ -172,7 +178,8 @@ void writeStatements(Entity& entity) {
     entity.selectedColumns = joined({"_id"}) + (columns.empty() ? "" : ", " + joined(columns));
     entity.insert = columns.empty() ? "INSERT INTO " + table + " DEFAULT VALUES"
                                     : insertStatement(entity.name(), columns);
-    if (!columns.empty()) entity.update = "UPDATE " + table + " SET " + joined(assignments) + " WHERE _id = ?";
+    if (!columns.empty())
+        entity.update = "UPDATE " + table + " SET " + joined(assignments) + " WHERE _id = ?";
     entity.place = "UPDATE " + table + " SET _position = ? WHERE _id = ?";
     entity.select = "SELECT " + entity.selectedColumns + " FROM " + table + " WHERE _id = ?";
     entity.remove = "DELETE FROM " + table + " WHERE _id = ?";
@@ -190,7 +197,8 @@ void writeStatements(Entity& entity) {
 }
 
 std::string tableStatement(const Entity& entity) {
-    // Only identifiers of top rows outlive their rows (a run of uploads keeps them), so only they are never reused.
+    // Only identifiers of top rows outlive their rows (a run of uploads keeps them), so only they are never
+    // reused.
     std::vector<std::string> columns{entity.isRoot() ? "_id INTEGER PRIMARY KEY AUTOINCREMENT"
                                                      : "_id INTEGER PRIMARY KEY"};
     for (const Field* field : entity.attributes)
@@ -223,7 +231,8 @@ const Field* Entity::attribute(std::string_view name) const {
 
 bool Entity::hasColumn(std::string_view column) const {
     return attribute(column) || (!column.empty() && column == ancestorColumn) ||
-           std::any_of(inverses.begin(), inverses.end(), [&](const Inverse& i) { return i.column == column; });
+           std::any_of(inverses.begin(), inverses.end(),
+                       [&](const Inverse& i) { return i.column == column; });
 }
 
 Model::Model() {
@@ -276,7 +285,8 @@ std::vector<std::string> Model::schema() const {
     for (const char* statement : {
              "CREATE INDEX _envelopeId ON NVMCDEnvelopeDefinition (envelopeId)",
              "CREATE INDEX _envelopeIdIgnoringCase ON NVMCDEnvelopeDefinition (envelopeId COLLATE NOCASE)",
-             "CREATE INDEX _transactionIdIgnoringCase ON NVMCDEnvelopeDefinition (transactionId COLLATE NOCASE)",
+             "CREATE INDEX _transactionIdIgnoringCase ON NVMCDEnvelopeDefinition (transactionId COLLATE "
+             "NOCASE)",
              "CREATE INDEX _pending ON NVMCDEnvelopeDefinition (syncPending) WHERE syncPending = 1",
              "CREATE INDEX _sandboxFilePath ON NVMCDDocument (sandboxFilePath)",
              "CREATE INDEX _filePath ON NVMCDDocument (filePath)",

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/store/NVMManagedObject.h>
+
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <norvane/store/NVMManagedObject.h>
 
 namespace norvane {
 
@@ -56,7 +56,8 @@ class Model {
     static const Model& current();
 
     const std::vector<const Entity*>& entities() const { return order_; }
-    const Entity& entity(const RecordType& type) const; ///< throws NVMException for a record that is no entity
+    const Entity&
+    entity(const RecordType& type) const; ///< throws NVMException for a record that is no entity
     const Entity* find(std::string_view name) const;
     /// The statements that make an empty store.
     std::vector<std::string> schema() const;

@@ -1,7 +1,6 @@
-#include <norvane/store/NVMEnvelopeCachingPolicy.h>
-
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMCDEnvelopes.h>
+#include <norvane/store/NVMEnvelopeCachingPolicy.h>
 #include <norvane/store/ObjectStore.h>
 
 namespace norvane {

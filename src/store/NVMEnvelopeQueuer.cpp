@@ -1,4 +1,5 @@
-#include <norvane/store/NVMEnvelopeQueuer.h>
+#include "src/store/StoreErrorOf.h"
+#include "src/store/UploadAttempts.h"
 
 #include <norvane/api/NVESEnvelopes.h>
 #include <norvane/model/mapping/EnvelopeMapping.h>
@@ -6,9 +7,7 @@
 #include <norvane/store/DocumentFiles.h>
 #include <norvane/store/EnvelopeUploader.h>
 #include <norvane/store/NVMCDEnvelopes.h>
-
-#include "src/store/StoreErrorOf.h"
-#include "src/store/UploadAttempts.h"
+#include <norvane/store/NVMEnvelopeQueuer.h>
 
 namespace norvane {
 
@@ -20,7 +19,8 @@ Failure verifyDocuments(const NVMCDEnvelopeDefinition& envelope) {
     if (!envelope.documents) return std::nullopt;
     for (const auto& document : *envelope.documents) {
         const std::string name = document->name.value_or(document->documentId.value_or(""));
-        if (auto error = NVM_verifyDocumentWithPath(document->sandboxFilePath.value_or(""), document->_sha256, name))
+        if (auto error =
+                NVM_verifyDocumentWithPath(document->sandboxFilePath.value_or(""), document->_sha256, name))
             return error;
     }
     return std::nullopt;
@@ -60,9 +60,9 @@ class Upload : public std::enable_shared_from_this<Upload> {
         if (auto error = verifyDocuments(*envelope_)) return completion_(error);
         if (auto error = UploadAttempts(*store_).begin(transactionId_, Platform::current().clock->now()))
             return completion_(error);
-        uploader_->upload(createEnvelopeRequestForEnvelope(*envelope_), [self = shared_from_this()](const EnvelopeUploader::Answer& answer) {
-            self->answered(answer);
-        });
+        uploader_->upload(
+            createEnvelopeRequestForEnvelope(*envelope_),
+            [self = shared_from_this()](const EnvelopeUploader::Answer& answer) { self->answered(answer); });
     }
 
     void answered(const EnvelopeUploader::Answer& answer) {
@@ -73,7 +73,8 @@ class Upload : public std::enable_shared_from_this<Upload> {
     }
 
     void accept(const std::string& envelopeId) {
-        if (auto error = UploadAttempts(*store_).accepted(transactionId_, envelopeId)) return completion_(error);
+        if (auto error = UploadAttempts(*store_).accepted(transactionId_, envelopeId))
+            return completion_(error);
         succeed(envelopeId);
     }
 
@@ -101,7 +102,8 @@ void NVMEnvelopeQueuer::convertToPendingEnvelope(NVMCDEnvelopeDefinition& envelo
     convertToPendingEnvelope(envelope, Platform::current().random->uuidString());
 }
 
-void NVMEnvelopeQueuer::convertToPendingEnvelope(NVMCDEnvelopeDefinition& envelope, const std::string& transactionId) {
+void NVMEnvelopeQueuer::convertToPendingEnvelope(NVMCDEnvelopeDefinition& envelope,
+                                                 const std::string& transactionId) {
     envelope.transactionId = transactionId;
     const bool incomplete = isTrue(envelope.hasIncompleteLocalSigners);
     const bool signedHere = isTrue(envelope.isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession);

@@ -1,14 +1,13 @@
-#include <norvane/store/NVMEnvelopeSynchronizer.h>
+#include "src/store/EnvelopeRun.h"
+#include "src/store/Notify.h"
 
 #include <norvane/platform/Platform.h>
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMCDEnvelopes.h>
+#include <norvane/store/NVMEnvelopeSynchronizer.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
 #include <norvane/store/ObjectStore.h>
-
-#include "src/store/EnvelopeRun.h"
-#include "src/store/Notify.h"
 
 #include <algorithm>
 
@@ -54,8 +53,8 @@ NVMEnvelopeSynchronizer::withEnvelopeCacher(std::shared_ptr<NVMRecordCacher> env
     return synchronizer;
 }
 
-std::string
-NVMEnvelopeSynchronizer::transactionIdPreferredOverEnvelopeIdForEnvelope(const NVMCDEnvelopeDefinition& envelope) {
+std::string NVMEnvelopeSynchronizer::transactionIdPreferredOverEnvelopeIdForEnvelope(
+    const NVMCDEnvelopeDefinition& envelope) {
     if (envelope.transactionId && !envelope.transactionId->empty()) return *envelope.transactionId;
     return envelope.envelopeId.value_or("");
 }
@@ -120,9 +119,9 @@ void NVMEnvelopeSynchronizer::syncWithPendingEnvelopeObjectIds(const std::vector
     const std::lock_guard lock(starting_);
     if (syncing() || caching()) return;
     const Runs runs = runsForObjectIDs(ids);
-    const auto start = Platform::current().executors->makeOperation(
-        "start", [self = shared_from_this(), runs, cancellations = cancellations()] {
-            if (!runs.empty()) self->startSync(runs, cancellations);
+    const auto start =
+        Platform::current().executors->makeOperation("start", [self = shared_from_this(), runs] {
+            if (!runs.empty()) self->startSync(runs);
         });
     const auto cachings = envelopeCacher_->cachingBlocks();
     const auto pushes = pushPendingEnvelopeOperations(runs);
@@ -143,16 +142,16 @@ NVMEnvelopeSynchronizer::runsForObjectIDs(const std::vector<ManagedObjectID>& id
     const auto store = ObjectStore::defaultStore();
     for (const auto& id : ids) {
         if (const auto envelope = store ? load(*store, id) : nullptr)
-            runs.push_back(std::make_shared<EnvelopeRun>(id, *envelope));
+            runs.push_back(std::make_shared<EnvelopeRun>(id, *envelope, cancellations()));
     }
     return runs;
 }
 
-void NVMEnvelopeSynchronizer::startSync(const Runs& runs, std::size_t cancellations) {
+void NVMEnvelopeSynchronizer::startSync(const Runs& runs) {
     Dictionary started;
     {
         const std::lock_guard lock(pending_);
-        if (cancellations != cancellations_) return;
+        if (runs.front()->cancellationsAtStart != cancellations_) return;
         for (const auto& run : runs) {
             pendingEnvelopeObjectIDs_.push_back(run->id);
             started.insert_or_assign(run->startedKey(), run->startedInfo);
@@ -167,10 +166,12 @@ NVMEnvelopeSynchronizer::pushPendingEnvelopeOperations(const Runs& runs) {
     Executors& executors = *Platform::current().executors;
     std::vector<std::shared_ptr<Operation>> operations;
     for (const auto& run : runs) {
-        const auto sync = executors.makeOperation("syncingBlockWithID: " + run->recordId,
-                                                  [self = shared_from_this(), run] { self->syncEnvelope(*run); });
-        const auto advance = executors.makeOperation("NVMAdvanceOperationWithID: " + run->recordId,
-                                                     [self = shared_from_this(), run] { self->advance(*run); });
+        const auto sync =
+            executors.makeOperation("syncingBlockWithID: " + run->recordId,
+                                    [self = shared_from_this(), run] { self->syncEnvelope(*run); });
+        const auto advance =
+            executors.makeOperation("NVMAdvanceOperationWithID: " + run->recordId,
+                                    [self = shared_from_this(), run] { self->advance(*run); });
         advance->addDependency(sync);
         if (!operations.empty()) sync->addDependency(operations.back());
         operations.insert(operations.end(), {sync, advance});
@@ -197,6 +198,7 @@ void NVMEnvelopeSynchronizer::cancelSync() {
 // One envelope's end.
 
 void NVMEnvelopeSynchronizer::advance(EnvelopeRun& run) {
+    if (run.cancellationsAtStart != cancellations()) return;
     advanceToNextEnvelope(run.id);
     if (run.error) {
         handleSyncFailedWithUserInfo(run.userInfo, run.error);
@@ -216,7 +218,8 @@ void NVMEnvelopeSynchronizer::handleSyncFailedWithUserInfo(const Dictionary& use
     const auto envelopeId = userInfo.find(NVMEnvelopeIdKey);
     const std::string* identifier = envelopeId == userInfo.end() ? nullptr : envelopeId->second.asString();
     if (identifier && !identifier->empty())
-        NVMEnvelopesHandler::updateCachedEnvelopeWithId(*identifier, error ? error->localizedDescription() : "");
+        NVMEnvelopesHandler::updateCachedEnvelopeWithId(*identifier,
+                                                        error ? error->localizedDescription() : "");
     postNotification(NVMEnvelopeSyncingFailedNotification, userInfo);
 }
 

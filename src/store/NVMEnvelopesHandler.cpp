@@ -1,10 +1,9 @@
-#include <norvane/store/NVMEnvelopesHandler.h>
-
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/model/mapping/EnvelopeMapping.h>
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMCDEnvelopes.h>
+#include <norvane/store/NVMEnvelopesHandler.h>
 #include <norvane/store/ObjectStore.h>
 
 // The part of the envelope handler that reads.
@@ -17,7 +16,8 @@ using Match = FetchRequest::Match;
 
 constexpr std::string_view kDraftStatus = "created";
 
-std::vector<std::shared_ptr<NVMEnvelopeDefinition>> envelopes(const FetchRequest& request, bool withDocuments) {
+std::vector<std::shared_ptr<NVMEnvelopeDefinition>> envelopes(const FetchRequest& request,
+                                                              bool withDocuments) {
     std::vector<std::shared_ptr<NVMEnvelopeDefinition>> envelopes;
     const auto store = ObjectStore::defaultStore();
     if (!store) return envelopes;
@@ -39,7 +39,8 @@ std::optional<std::string> text(const Value& value) {
     return text ? std::optional(*text) : std::nullopt;
 }
 
-std::vector<std::vector<Value>> properties(const FetchRequest& request, const std::vector<std::string_view>& columns) {
+std::vector<std::vector<Value>> properties(const FetchRequest& request,
+                                           const std::vector<std::string_view>& columns) {
     const auto store = ObjectStore::defaultStore();
     if (!store) return {};
     auto rows = store->defaultContext().fetchProperties(request, columns);
@@ -68,7 +69,8 @@ std::vector<std::shared_ptr<NVMEnvelopeDefinition>> NVMEnvelopesHandler::cachedD
     return envelopes(draftCachedEnvelopesFetchRequest(), true);
 }
 
-std::shared_ptr<NVMEnvelopeDefinition> NVMEnvelopesHandler::cachedEnvelopeById(const std::string& envelopeId) {
+std::shared_ptr<NVMEnvelopeDefinition>
+NVMEnvelopesHandler::cachedEnvelopeById(const std::string& envelopeId) {
     const auto store = ObjectStore::defaultStore();
     const auto stored = store ? findEnvelopeWithId(envelopeId, store->defaultContext()) : nullptr;
     return stored ? std::make_shared<NVMEnvelopeDefinition>(*stored, true) : nullptr;
@@ -90,10 +92,9 @@ std::vector<std::string> NVMEnvelopesHandler::cachedEnvelopeIds() {
 
 std::vector<EnvelopeSummary> NVMEnvelopesHandler::cachedEnvelopeSummaries() {
     std::vector<EnvelopeSummary> summaries;
-    for (const auto& row :
-         properties(NVMCDEnvelopeDefinition::fetchRequest(),
-                    {"envelopeId", "transactionId", "templateId", "status", "emailSubject", "syncPending",
-                     "syncPendingUploadRetryCount", "syncFailureReason"})) {
+    for (const auto& row : properties(NVMCDEnvelopeDefinition::fetchRequest(),
+                                      {"envelopeId", "transactionId", "templateId", "status", "emailSubject",
+                                       "syncPending", "syncPendingUploadRetryCount", "syncFailureReason"})) {
         summaries.push_back({text(row[0]), text(row[1]), text(row[2]), text(row[3]), text(row[4]),
                              row[5].boolValue(), row[6].integerValue(), text(row[7])});
     }
@@ -115,7 +116,8 @@ NVMEnvelopesHandler::findEnvelopeWithId(const std::string& envelopeId, const Man
 
 std::shared_ptr<NVMCDDocument> NVMEnvelopesHandler::findDocumentWithId(const std::string& documentId,
                                                                        const ManagedObjectContext& context) {
-    return first<NVMCDDocument>(NVMCDDocument::fetchRequest().where("documentId", Match::Equal, documentId), context);
+    return first<NVMCDDocument>(NVMCDDocument::fetchRequest().where("documentId", Match::Equal, documentId),
+                                context);
 }
 
 std::shared_ptr<NVMCDDocument> NVMEnvelopesHandler::findDocumentWithId(const std::string& documentId,
@@ -130,10 +132,11 @@ std::shared_ptr<NVMCDDocument> NVMEnvelopesHandler::findDocumentWithId(const std
                                 context);
 }
 
-std::shared_ptr<NVMCDRecipient> NVMEnvelopesHandler::findRecipientWithId(const std::string& recipientId,
-                                                                         const ManagedObjectContext& context) {
-    return first<NVMCDRecipient>(NVMCDRecipient::fetchRequest().where("recipientId", Match::Equal, recipientId),
-                                 context);
+std::shared_ptr<NVMCDRecipient>
+NVMEnvelopesHandler::findRecipientWithId(const std::string& recipientId,
+                                         const ManagedObjectContext& context) {
+    return first<NVMCDRecipient>(
+        NVMCDRecipient::fetchRequest().where("recipientId", Match::Equal, recipientId), context);
 }
 
 std::shared_ptr<NVMCDTab> NVMEnvelopesHandler::findTabWithId(const std::string& tabId,
@@ -142,8 +145,10 @@ std::shared_ptr<NVMCDTab> NVMEnvelopesHandler::findTabWithId(const std::string& 
 }
 
 std::vector<std::shared_ptr<NVMCDTab>>
-NVMEnvelopesHandler::findTabsWithDocumentId(const std::string& documentId, const ManagedObjectContext& context) {
-    auto found = context.fetch<NVMCDTab>(NVMCDTab::fetchRequest().where("documentId", Match::Equal, documentId));
+NVMEnvelopesHandler::findTabsWithDocumentId(const std::string& documentId,
+                                            const ManagedObjectContext& context) {
+    auto found =
+        context.fetch<NVMCDTab>(NVMCDTab::fetchRequest().where("documentId", Match::Equal, documentId));
     return found ? std::move(found).value() : std::vector<std::shared_ptr<NVMCDTab>>{};
 }
 

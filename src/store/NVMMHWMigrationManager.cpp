@@ -1,8 +1,7 @@
-#include <norvane/store/NVMMHWMigrationManager.h>
+#include "src/store/StoreFile.h"
 
 #include <norvane/platform/Platform.h>
-
-#include "src/store/StoreFile.h"
+#include <norvane/store/NVMMHWMigrationManager.h>
 
 #include <system_error>
 
@@ -67,7 +66,8 @@ Failure NVMMHWMigrationManager::progressivelyMigrate(const std::filesystem::path
         const auto mappings = mappingsFrom(identity->modelVersion);
         if (mappings.empty()) return migrationError("No mapping model found in bundle");
         for (const auto& mapping : mappings) {
-            if (mapping.destinationVersion <= identity->modelVersion) return migrationError("No models found!");
+            if (mapping.destinationVersion <= identity->modelVersion)
+                return migrationError("No models found!");
             if (auto error = migrateStep(store, mapping)) return error;
         }
     }

@@ -1,15 +1,14 @@
-#include <norvane/store/NVMRecordCacher.h>
+#include "src/store/EnvelopeRemoval.h"
+#include "src/store/Notify.h"
+#include "src/store/StoreErrorOf.h"
 
 #include <norvane/platform/Platform.h>
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMCDCacheMetaData.h>
 #include <norvane/store/NVMEnvelopeCachingPolicy.h>
+#include <norvane/store/NVMRecordCacher.h>
 #include <norvane/store/ObjectStore.h>
-
-#include "src/store/EnvelopeRemoval.h"
-#include "src/store/Notify.h"
-#include "src/store/StoreErrorOf.h"
 
 namespace norvane {
 
@@ -25,7 +24,8 @@ NVMRecordCacher::NVMRecordCacher(std::set<std::string> currentlyCachingRecordIds
     , currentlyCachingRecordIds_(std::move(currentlyCachingRecordIds)) {}
 
 std::shared_ptr<NVMRecordCacher> NVMRecordCacher::recordCacher() {
-    auto cacher = std::make_shared<NVMRecordCacher>(std::set<std::string>{}, NVMEnvelopeCachingPolicy::envelopeCaching());
+    auto cacher = std::make_shared<NVMRecordCacher>(std::set<std::string>{},
+                                                    NVMEnvelopeCachingPolicy::envelopeCaching());
     cacher->cachingDelegate()->recordCacher = cacher;
     return cacher;
 }
@@ -35,7 +35,8 @@ std::shared_ptr<NVMRecordCacher> NVMRecordCacher::sharedRecordCacher() {
     return shared;
 }
 
-Failure NVMRecordCacher::enableCachingForRecordWithID(const std::string& recordId, ManagedObjectContext& context) {
+Failure NVMRecordCacher::enableCachingForRecordWithID(const std::string& recordId,
+                                                      ManagedObjectContext& context) {
     const auto row =
         NVMCDCacheMetaData::cacheMetaDataForURI(recordId, cachingDelegate_->cachingIdentifier(), context);
     if (!row) return row.error();
@@ -100,17 +101,19 @@ void NVMRecordCacher::cacheRecord(const std::string& recordId) {
         if (!currentlyCachingRecordIds_.insert(recordId).second) return;
     }
     const bool existed = NVMEnvelopeCachingPolicy::cachedRecordFromLocalStorageForId(recordId) != nullptr;
-    cachingDelegate_->cacheRecordForID(recordId, [self = shared_from_this(), recordId, existed](Failure error) {
-        self->finishCachingRecordWithId(recordId);
-        self->postStatus(recordId, error     ? NVMCacheDidFailStatus
-                                   : existed ? NVMCacheDidUpdateStatus
-                                             : NVMCacheDidAddStatus);
-    });
+    cachingDelegate_->cacheRecordForID(recordId,
+                                       [self = shared_from_this(), recordId, existed](Failure error) {
+                                           self->finishCachingRecordWithId(recordId);
+                                           self->postStatus(recordId, error     ? NVMCacheDidFailStatus
+                                                                      : existed ? NVMCacheDidUpdateStatus
+                                                                                : NVMCacheDidAddStatus);
+                                       });
 }
 
 void NVMRecordCacher::postStatus(const std::string& recordId, std::string_view status) const {
     const auto envelope = NVMEnvelopeCachingPolicy::cachedRecordFromLocalStorageForId(recordId);
-    postNotification(NVMEnvelopeStatusDidChangeNotification, userInfoForRecord(envelope.get(), recordId, status));
+    postNotification(NVMEnvelopeStatusDidChangeNotification,
+                     userInfoForRecord(envelope.get(), recordId, status));
 }
 
 void NVMRecordCacher::finishCachingRecordWithId(const std::string& recordId) {
@@ -122,7 +125,8 @@ void NVMRecordCacher::finishCachingRecordWithId(const std::string& recordId) {
     if (!store) return;
     // The time is for information only: a save that fails changes nothing else.
     static_cast<void>(store->saveAndWait([&](ManagedObjectContext& context) -> Failure {
-        auto row = NVMCDCacheMetaData::existingMetaDataForURI(recordId, cachingDelegate_->cachingIdentifier(), context);
+        auto row = NVMCDCacheMetaData::existingMetaDataForURI(recordId, cachingDelegate_->cachingIdentifier(),
+                                                              context);
         if (!row) return row.error();
         if (!*row) return std::nullopt;
         (*row)->lastTimeCached = Platform::current().clock->now();
@@ -140,12 +144,13 @@ std::set<std::string> NVMRecordCacher::currentlyCachingRecordIds() const {
     return currentlyCachingRecordIds_;
 }
 
-Dictionary NVMRecordCacher::userInfoForRecord(const NVMCDEnvelopeDefinition* envelope, const std::string& recordId,
-                                              std::string_view cacheStatus) {
+Dictionary NVMRecordCacher::userInfoForRecord(const NVMCDEnvelopeDefinition* envelope,
+                                              const std::string& recordId, std::string_view cacheStatus) {
     Dictionary userInfo;
     if (envelope) userInfo = envelope->userInfo().value_or(Dictionary{});
     userInfo.insert_or_assign(std::string(NVMCacheURIKey), Value(recordId));
-    if (envelope && envelope->templateId) userInfo.insert_or_assign(std::string(NVMTemplateIdKey), *envelope->templateId);
+    if (envelope && envelope->templateId)
+        userInfo.insert_or_assign(std::string(NVMTemplateIdKey), *envelope->templateId);
     if (envelope && envelope->transactionId)
         userInfo.insert_or_assign(std::string(NVMTransactionIdKey), *envelope->transactionId);
     if (!cacheStatus.empty()) userInfo.insert_or_assign(std::string(NVMCacheStatusKey), Value(cacheStatus));

@@ -1,9 +1,8 @@
-#include <norvane/store/NVMTemplatesMigrationHelper.h>
-
-#include <norvane/platform/Platform.h>
-
 #include "src/store/Model.h"
 #include "src/store/StoreFile.h"
+
+#include <norvane/platform/Platform.h>
+#include <norvane/store/NVMTemplatesMigrationHelper.h>
 
 namespace norvane {
 
@@ -17,7 +16,8 @@ void NVMTemplatesMigrationHelper::performMigrationForStoreFileName(const std::st
     const Platform& platform = Platform::current();
     const auto store = platform.files->supportFolder() / fileName;
     const auto identity = identifyStoreFile(store);
-    if (!identity || identity->kind != StoreFileKind::Store || identity->modelVersion >= Model::kVersion) return;
+    if (!identity || identity->kind != StoreFileKind::Store || identity->modelVersion >= Model::kVersion)
+        return;
     NVMTemplatesMigrationHelper helper;
     NVMMHWMigrationManager manager;
     manager.delegate = &helper;

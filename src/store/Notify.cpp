@@ -9,8 +9,8 @@ void postNotification(std::string_view name, Dictionary userInfo) {
     Platform::current().notifications->post({std::string(name), {}, std::move(userInfo)});
 }
 
-Dictionary cacheUserInfo(const std::optional<std::string>& envelopeId, const std::optional<std::string>& templateId,
-                         const Failure& error) {
+Dictionary cacheUserInfo(const std::optional<std::string>& envelopeId,
+                         const std::optional<std::string>& templateId, const Failure& error) {
     Dictionary userInfo;
     if (envelopeId) userInfo.emplace(NVMEnvelopeIdKey, *envelopeId);
     if (templateId) userInfo.emplace(NVMTemplateIdKey, *templateId);

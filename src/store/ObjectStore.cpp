@@ -1,12 +1,11 @@
-#include <norvane/store/ObjectStore.h>
-
-#include <norvane/platform/Platform.h>
-#include <norvane/store/ManagedObjectContext.h>
-
 #include "src/store/Model.h"
 #include "src/store/ObjectStoreCore.h"
 #include "src/store/StoreErrorOf.h"
 #include "src/store/StoreFile.h"
+
+#include <norvane/platform/Platform.h>
+#include <norvane/store/ManagedObjectContext.h>
+#include <norvane/store/ObjectStore.h>
 
 #include <mutex>
 
@@ -36,11 +35,13 @@ Failure prepareFile(const std::filesystem::path& file) {
         return storeError(StoreError::NotAStore, sentenceAbout(file, "is no store of this kit."));
     }
     if (identity->kind == StoreFileKind::Store && identity->modelVersion > Model::kVersion) {
-        return storeError(StoreError::NewerModel, sentenceAbout(file, "was made by a later version of this kit."));
+        return storeError(StoreError::NewerModel,
+                          sentenceAbout(file, "was made by a later version of this kit."));
     }
     if (identity->kind == StoreFileKind::Store && identity->modelVersion < Model::kVersion) {
-        return storeError(StoreError::OlderModel,
-                          sentenceAbout(file, "was made by an earlier version of this kit and is not migrated."));
+        return storeError(
+            StoreError::OlderModel,
+            sentenceAbout(file, "was made by an earlier version of this kit and is not migrated."));
     }
     if (auto error = protectStoreFile(file)) return error;
     return identity->kind == StoreFileKind::Store ? std::nullopt : createSchema(file);

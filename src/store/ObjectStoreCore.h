@@ -1,5 +1,13 @@
 #pragma once
 
+#include "src/store/FileJournal.h"
+#include "src/store/Sessions.h"
+#include "src/store/StoreWork.h"
+
+#include <norvane/platform/Executors.h>
+#include <norvane/store/ManagedObjectContext.h>
+#include <norvane/store/ObjectStore.h>
+
 #include <atomic>
 #include <filesystem>
 #include <memory>
@@ -7,17 +15,10 @@
 #include <optional>
 #include <vector>
 
-#include <norvane/platform/Executors.h>
-#include <norvane/store/ManagedObjectContext.h>
-#include <norvane/store/ObjectStore.h>
-
-#include "src/store/FileJournal.h"
-#include "src/store/Sessions.h"
-#include "src/store/StoreWork.h"
-
 namespace norvane {
 
-/// The connections of an open store: one that writes, and as many that read as there are threads reading at once.
+/// The connections of an open store: one that writes, and as many that read as there are threads reading at
+/// once.
 class ObjectStore::Core {
   public:
     Core(std::filesystem::path file, std::shared_ptr<TaskQueue> saveQueue, Session session);

@@ -1,8 +1,8 @@
 #include "src/store/Query.h"
 
-#include <norvane/platform/NVMException.h>
-
 #include "src/store/RowCodec.h"
+
+#include <norvane/platform/NVMException.h>
 
 namespace norvane {
 
@@ -31,10 +31,18 @@ void Query::addCondition(const FetchRequest::Condition& condition) {
     tail_ += tail_.find(" WHERE ") == std::string::npos ? " WHERE " : " AND ";
     switch (condition.match) {
     // "=" where it will do: an index on the column's own values is of use to it alone.
-    case FetchRequest::Match::Equal: tail_ += column + (condition.value.isNull() ? " IS ?" : " = ?"); break;
-    case FetchRequest::Match::NotEqual: tail_ += column + " IS NOT ?"; break;
-    case FetchRequest::Match::EqualIgnoringCase: tail_ += column + " = ? COLLATE NOCASE"; break;
-    case FetchRequest::Match::NotEmpty: tail_ += "length(" + column + ") > 0"; return;
+    case FetchRequest::Match::Equal:
+        tail_ += column + (condition.value.isNull() ? " IS ?" : " = ?");
+        break;
+    case FetchRequest::Match::NotEqual:
+        tail_ += column + " IS NOT ?";
+        break;
+    case FetchRequest::Match::EqualIgnoringCase:
+        tail_ += column + " = ? COLLATE NOCASE";
+        break;
+    case FetchRequest::Match::NotEmpty:
+        tail_ += "length(" + column + ") > 0";
+        return;
     }
     values_.push_back(condition.value);
 }

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-#include <vector>
+#include "src/store/Connection.h"
+#include "src/store/Model.h"
 
 #include <norvane/store/FetchRequest.h>
 
-#include "src/store/Connection.h"
-#include "src/store/Model.h"
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace norvane {
 

@@ -9,9 +9,10 @@ namespace {
 
 using TabLists = std::array<field::List<NVMCDTab> NVMCDTabs::*, 9>;
 
-constexpr TabLists kTabLists = {&NVMCDTabs::signHereTabs,   &NVMCDTabs::initialHereTabs, &NVMCDTabs::textTabs,
-                                &NVMCDTabs::checkboxTabs,   &NVMCDTabs::companyTabs,     &NVMCDTabs::titleTabs,
-                                &NVMCDTabs::fullNameTabs,   &NVMCDTabs::dateSignedTabs,  &NVMCDTabs::formulaTabs};
+constexpr TabLists kTabLists = {
+    &NVMCDTabs::signHereTabs, &NVMCDTabs::initialHereTabs, &NVMCDTabs::textTabs,
+    &NVMCDTabs::checkboxTabs, &NVMCDTabs::companyTabs,     &NVMCDTabs::titleTabs,
+    &NVMCDTabs::fullNameTabs, &NVMCDTabs::dateSignedTabs,  &NVMCDTabs::formulaTabs};
 
 std::shared_ptr<NVMCDTab> findIn(const field::List<NVMCDTab>& list, const std::string& tabId) {
     if (!list) return nullptr;
@@ -28,14 +29,22 @@ bool removeFrom(field::List<NVMCDTab>& list, const std::string& tabId) {
 
 field::List<NVMCDRecipient>* recipientsOfKind(NVMCDRecipients& recipients, NVMRecipientType kind) {
     switch (kind) {
-    case NVMRecipientTypeAgent: return &recipients.agents;
-    case NVMRecipientTypeCarbonCopy: return &recipients.carbonCopies;
-    case NVMRecipientTypeCertifiedDelivery: return &recipients.certifiedDeliveries;
-    case NVMRecipientTypeEditor: return &recipients.editors;
-    case NVMRecipientTypeIntermediary: return &recipients.intermediaries;
-    case NVMRecipientTypeInPersonSigner: return &recipients.inPersonSigners;
-    case NVMRecipientTypeSigner: return &recipients.signers;
-    default: return nullptr;
+    case NVMRecipientTypeAgent:
+        return &recipients.agents;
+    case NVMRecipientTypeCarbonCopy:
+        return &recipients.carbonCopies;
+    case NVMRecipientTypeCertifiedDelivery:
+        return &recipients.certifiedDeliveries;
+    case NVMRecipientTypeEditor:
+        return &recipients.editors;
+    case NVMRecipientTypeIntermediary:
+        return &recipients.intermediaries;
+    case NVMRecipientTypeInPersonSigner:
+        return &recipients.inPersonSigners;
+    case NVMRecipientTypeSigner:
+        return &recipients.signers;
+    default:
+        return nullptr;
     }
 }
 
@@ -51,14 +60,22 @@ RecipientPlace findRecipientPlace(NVMCDRecipients& recipients, const std::string
 field::List<NVMCDTab>* tabsOfKind(NVMCDTabs& tabs, NVMTabType kind) {
     if (kind < NVMTabTypeSignHere || kind > NVMTabTypeDateSigned) return nullptr;
     switch (kind) {
-    case NVMTabTypeSignHere: return &tabs.signHereTabs;
-    case NVMTabTypeInitialHere: return &tabs.initialHereTabs;
-    case NVMTabTypeText: return &tabs.textTabs;
-    case NVMTabTypeCheckbox: return &tabs.checkboxTabs;
-    case NVMTabTypeCompany: return &tabs.companyTabs;
-    case NVMTabTypeTitle: return &tabs.titleTabs;
-    case NVMTabTypeFullName: return &tabs.fullNameTabs;
-    default: return &tabs.dateSignedTabs;
+    case NVMTabTypeSignHere:
+        return &tabs.signHereTabs;
+    case NVMTabTypeInitialHere:
+        return &tabs.initialHereTabs;
+    case NVMTabTypeText:
+        return &tabs.textTabs;
+    case NVMTabTypeCheckbox:
+        return &tabs.checkboxTabs;
+    case NVMTabTypeCompany:
+        return &tabs.companyTabs;
+    case NVMTabTypeTitle:
+        return &tabs.titleTabs;
+    case NVMTabTypeFullName:
+        return &tabs.fullNameTabs;
+    default:
+        return &tabs.dateSignedTabs;
     }
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstddef>
-#include <memory>
-#include <string>
-
 #include <norvane/model/NVMRecipientType.h>
 #include <norvane/model/NVMTabType.h>
 #include <norvane/store/NVMCDRecipients.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
 
 namespace norvane {
 

@@ -45,13 +45,18 @@ void bindAttribute(SQLite::Statement& statement, int parameter, const Field& fie
         if (const auto& number = field.as<field::Number>(record)) statement.bind(parameter, *number);
         break;
     case FieldKind::DateTime:
-        if (const auto& date = field.as<field::Date>(record)) statement.bind(parameter, millisecondsOf(*date));
+        if (const auto& date = field.as<field::Date>(record))
+            statement.bind(parameter, millisecondsOf(*date));
         break;
     case FieldKind::Bytes:
         if (const auto& bytes = field.as<field::Bytes>(record)) bindBytes(statement, parameter, *bytes);
         break;
-    case FieldKind::Bool: statement.bind(parameter, field.as<field::Bool>(record) ? 1 : 0); break;
-    case FieldKind::Integer: statement.bind(parameter, field.as<field::Integer>(record)); break;
+    case FieldKind::Bool:
+        statement.bind(parameter, field.as<field::Bool>(record) ? 1 : 0);
+        break;
+    case FieldKind::Integer:
+        statement.bind(parameter, field.as<field::Integer>(record));
+        break;
     case FieldKind::TextList:
         if (const auto& list = field.as<field::TextList>(record)) statement.bind(parameter, listText(*list));
         break;
@@ -74,16 +79,29 @@ void readAttributes(SQLite::Statement& statement, int firstColumn, const Entity&
         if (statement.isColumnNull(column)) continue;
         const auto cell = statement.getColumn(column);
         switch (field->kind) {
-        case FieldKind::Text: field->as<field::Text>(record) = cell.getString(); break;
-        case FieldKind::Number: field->as<field::Number>(record) = cell.getDouble(); break;
-        case FieldKind::DateTime: field->as<field::Date>(record) = dateOf(cell.getInt64()); break;
+        case FieldKind::Text:
+            field->as<field::Text>(record) = cell.getString();
+            break;
+        case FieldKind::Number:
+            field->as<field::Number>(record) = cell.getDouble();
+            break;
+        case FieldKind::DateTime:
+            field->as<field::Date>(record) = dateOf(cell.getInt64());
+            break;
         case FieldKind::Bytes:
             field->as<field::Bytes>(record) = Data(cell.getBlob(), static_cast<std::size_t>(cell.getBytes()));
             break;
-        case FieldKind::Bool: field->as<field::Bool>(record) = cell.getInt64() != 0; break;
-        case FieldKind::Integer: field->as<field::Integer>(record) = cell.getInt64(); break;
-        case FieldKind::TextList: field->as<field::TextList>(record) = listOf(cell.getString()); break;
-        default: break;
+        case FieldKind::Bool:
+            field->as<field::Bool>(record) = cell.getInt64() != 0;
+            break;
+        case FieldKind::Integer:
+            field->as<field::Integer>(record) = cell.getInt64();
+            break;
+        case FieldKind::TextList:
+            field->as<field::TextList>(record) = listOf(cell.getString());
+            break;
+        default:
+            break;
         }
     }
 }
@@ -92,16 +110,22 @@ Value readValue(SQLite::Statement& statement, int column, FieldKind kind) {
     if (statement.isColumnNull(column)) return {};
     const auto cell = statement.getColumn(column);
     switch (kind) {
-    case FieldKind::Text: return cell.getString();
-    case FieldKind::DateTime: return dateOf(cell.getInt64());
-    case FieldKind::Bool: return cell.getInt64() != 0;
-    case FieldKind::Integer: return cell.getInt64();
-    case FieldKind::Bytes: return Data(cell.getBlob(), static_cast<std::size_t>(cell.getBytes()));
+    case FieldKind::Text:
+        return cell.getString();
+    case FieldKind::DateTime:
+        return dateOf(cell.getInt64());
+    case FieldKind::Bool:
+        return cell.getInt64() != 0;
+    case FieldKind::Integer:
+        return cell.getInt64();
+    case FieldKind::Bytes:
+        return Data(cell.getBlob(), static_cast<std::size_t>(cell.getBytes()));
     case FieldKind::TextList: {
         const auto list = listOf(cell.getString());
         return list ? Value(Array(list->begin(), list->end())) : Value();
     }
-    default: return cell.getDouble();
+    default:
+        return cell.getDouble();
     }
 }
 

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "src/store/Model.h"
+
 #include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Statement.h>
 
-#include "src/store/Model.h"
-
 namespace norvane {
 
-/// Binds the attributes to parameters 1 and up without copying texts and bytes, and answers the next parameter. The
-/// record must stay as it is until the statement is reset.
+/// Binds the attributes to parameters 1 and up without copying texts and bytes, and answers the next
+/// parameter. The record must stay as it is until the statement is reset.
 int bindAttributes(SQLite::Statement& statement, const Entity& entity, const void* record);
 void bindAttribute(SQLite::Statement& statement, int parameter, const Field& field, const void* record);
 

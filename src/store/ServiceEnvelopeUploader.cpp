@@ -1,10 +1,9 @@
-#include <norvane/store/EnvelopeUploader.h>
-
 #include <norvane/api/NVESEnvelopes.h>
 #include <norvane/api/NVESErrors.h>
 #include <norvane/api/NVMApi.h>
 #include <norvane/platform/HttpSession.h>
 #include <norvane/sdk/Errors.h>
+#include <norvane/store/EnvelopeUploader.h>
 
 #include <algorithm>
 #include <cctype>
@@ -15,8 +14,8 @@ namespace {
 
 constexpr std::int64_t kRequestTimeout = 408;
 
-/// Whether a request that ended so cannot have reached the service as a whole. What a proxy or a failing server says
-/// (a status from 500 on) is no proof.
+/// Whether a request that ended so cannot have reached the service as a whole. What a proxy or a failing
+/// server says (a status from 500 on) is no proof.
 bool surelyNotTaken(const NVMError& error) {
     if (error.domain == kStatusErrorDomain)
         return error.code >= 400 && error.code < 500 && error.code != kRequestTimeout;
@@ -48,14 +47,14 @@ bool isList(const NVESEnvelopesInformation& information) {
 
 EnvelopeUploader::Answer answerOf(const NVESEnvelopeSummary* summary, const Failure& error) {
     if (error) return {std::nullopt, error, surelyNotTaken(*error)};
-    if (!summary || !summary->envelopeId || summary->envelopeId->empty()) return {std::nullopt, noEnvelopeId(), false};
+    if (!summary || !summary->envelopeId || summary->envelopeId->empty())
+        return {std::nullopt, noEnvelopeId(), false};
     return {summary->envelopeId, std::nullopt, true};
 }
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-        return std::tolower(x) == std::tolower(y);
-    });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
 /// Adds what the records say under the identifiers as they were asked for.
@@ -82,8 +81,9 @@ class ServiceEnvelopeUploader final : public EnvelopeUploader {
   public:
     void upload(std::shared_ptr<NVESEnvelopeDefinition> envelope, Completion completion) override {
         NVMApi::createOfflineEnvelopeWithEnvelopeDefinition(
-            *envelope, [completion = std::move(completion)](const std::shared_ptr<NVESEnvelopeSummary>& summary,
-                                                            const std::optional<NVMError>& error) {
+            *envelope,
+            [completion = std::move(completion)](const std::shared_ptr<NVESEnvelopeSummary>& summary,
+                                                 const std::optional<NVMError>& error) {
                 completion(answerOf(summary.get(), error));
             });
     }
@@ -92,9 +92,9 @@ class ServiceEnvelopeUploader final : public EnvelopeUploader {
         NVESEnvelopesApi_ListStatusChangesOptions options;
         options.transactionIds = joinedByCommas(transactionIds);
         NVMApi::listStatusChangesWithOptions(
-            options, [completion = std::move(completion), asked = transactionIds](
-                         const std::shared_ptr<NVESEnvelopesInformation>& information,
-                         const std::optional<NVMError>& error) {
+            options, [completion = std::move(completion),
+                      asked = transactionIds](const std::shared_ptr<NVESEnvelopesInformation>& information,
+                                              const std::optional<NVMError>& error) {
                 if (error) return completion(*error);
                 if (!information || !isList(*information)) return completion(noList());
                 std::map<std::string, std::string> found;

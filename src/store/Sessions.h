@@ -1,16 +1,16 @@
 #pragma once
 
-#include <filesystem>
-#include <string>
+#include "src/platform/FileLock.h"
 
 #include <norvane/platform/Result.h>
 
-#include "src/platform/FileLock.h"
+#include <filesystem>
+#include <string>
 
 namespace norvane {
 
-/// Tells which processes with the store open still live: each holds the lock of a file of its own, which the system
-/// lets go when the process ends in whatever way.
+/// Tells which processes with the store open still live: each holds the lock of a file of its own, which the
+/// system lets go when the process ends in whatever way.
 class Session {
   public:
     /// Begins a session beside the store's file. Only while the store's set-up lock is held.
@@ -27,7 +27,9 @@ class Session {
 
   private:
     Session(std::filesystem::path folder, std::string identifier, FileLock lock);
-    std::filesystem::path fileOf(const std::string& identifier) const { return folder_ / (identifier + ".lock"); }
+    std::filesystem::path fileOf(const std::string& identifier) const {
+        return folder_ / (identifier + ".lock");
+    }
 
     std::filesystem::path folder_;
     std::string identifier_;

@@ -1,6 +1,6 @@
-#include <norvane/store/StoreErrors.h>
-
 #include "src/store/StoreErrorOf.h"
+
+#include <norvane/store/StoreErrors.h>
 
 #include <sqlite3.h>
 
@@ -25,7 +25,8 @@ StoreError plainMeaning(int code, int systemError) {
 } // namespace
 
 NVMError storeError(StoreError error, std::string description) {
-    return NVMError::make(std::string(kStoreErrorDomain), static_cast<std::int64_t>(error), std::move(description));
+    return NVMError::make(std::string(kStoreErrorDomain), static_cast<std::int64_t>(error),
+                          std::move(description));
 }
 
 NVMError storeErrorOf(const SQLite::Exception& exception, sqlite3* handle) {
@@ -33,9 +34,9 @@ NVMError storeErrorOf(const SQLite::Exception& exception, sqlite3* handle) {
         exception.getExtendedErrorCode() > 0 ? exception.getExtendedErrorCode() : exception.getErrorCode();
     const int systemError = handle ? sqlite3_system_errno(handle) : 0;
     const StoreError meaning = plainMeaning(code, systemError);
-    auto error = storeError(meaning, meaning == StoreError::DiskFull ? "The device's storage is full."
-                                                                     : "The store failed: " +
-                                                                           std::string(exception.what()));
+    auto error = storeError(meaning, meaning == StoreError::DiskFull
+                                         ? "The device's storage is full."
+                                         : "The store failed: " + std::string(exception.what()));
     error.userInfo.emplace(kStoreResultCodeKey, std::int64_t{code});
     if (systemError != 0) error.userInfo.emplace(kStoreSystemErrorKey, std::int64_t{systemError});
     return error;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <filesystem>
-
 #include <norvane/platform/Result.h>
+
+#include <filesystem>
 
 namespace norvane {
 
@@ -22,8 +22,8 @@ struct StoreFileIdentity {
 /// Looks without changing a byte.
 Result<StoreFileIdentity> identifyStoreFile(const std::filesystem::path& file);
 
-/// Sees to it that the file is there and readable for this user alone, before SQLite gives its companions the same
-/// mode.
+/// Sees to it that the file is there and readable for this user alone, before SQLite gives its companions the
+/// same mode.
 Failure protectStoreFile(const std::filesystem::path& file);
 
 /// Makes the tables in an empty store.

@@ -1,16 +1,16 @@
 #pragma once
 
-#include <functional>
+#include "src/store/Connection.h"
 
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/ObjectStore.h>
 
-#include "src/store/Connection.h"
+#include <functional>
 
 namespace norvane {
 
-/// Lets the store's own sources work on connections. Everything that the work throws as SQLite::Exception becomes
-/// the error that is handed back.
+/// Lets the store's own sources work on connections. Everything that the work throws as SQLite::Exception
+/// becomes the error that is handed back.
 class StoreWork {
   public:
     using Work = std::function<void(Connection&)>;

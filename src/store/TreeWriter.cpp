@@ -1,8 +1,8 @@
-#include <norvane/store/NVMCDEnvelopes.h>
-
 #include "src/store/FileJournal.h"
 #include "src/store/RowCodec.h"
 #include "src/store/Trees.h"
+
+#include <norvane/store/NVMCDEnvelopes.h>
 
 #include <algorithm>
 #include <set>
@@ -33,7 +33,8 @@ void TreeWriter::insert(const Entity& entity, void* record) {
 }
 
 void TreeWriter::adoptFile(const Entity& entity, void* record) {
-    if (entity.type == &NVMCDDocument::type()) FileJournal(connection_).adopt(*static_cast<NVMCDDocument*>(record));
+    if (entity.type == &NVMCDDocument::type())
+        FileJournal(connection_).adopt(*static_cast<NVMCDDocument*>(record));
 }
 
 void TreeWriter::insertOwned(const Entity& entity, void* record, const Place& place) {
@@ -112,7 +113,8 @@ void TreeWriter::updateChild(const Entity::Child& child, void* record, std::int6
     for (std::size_t index = 0; index < count; ++index) {
         void* owned = access.at(member, index);
         const auto position = static_cast<std::int64_t>(index);
-        // An identifier that is not among the owner's rows is a stale copy of a row that is gone, or another's.
+        // An identifier that is not among the owner's rows is a stale copy of a row that is gone, or
+        // another's.
         if (stored.erase(entity.object(owned).objectID.row) == 0) {
             insertOwned(entity, owned, {&inverse, owner, position});
             continue;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
-#include <vector>
-
 #include "src/store/Connection.h"
 #include "src/store/Model.h"
+
+#include <memory>
+#include <vector>
 
 namespace norvane {
 
@@ -20,7 +20,8 @@ class TreeWriter {
     void insert(const Entity& entity, void* record);
     /// Answers whether the row was there.
     bool update(const Entity& entity, void* record);
-    bool updateAttributes(const Entity& entity, void* record, const std::vector<std::string_view>& attributes);
+    bool updateAttributes(const Entity& entity, void* record,
+                          const std::vector<std::string_view>& attributes);
     /// The transaction failed: takes back the identifiers that it gave.
     void forgetIdentifiers();
 

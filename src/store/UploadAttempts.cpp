@@ -10,9 +10,10 @@ namespace {
 const std::string kFind = "SELECT startedAt, envelopeId FROM nv_uploadAttempt WHERE transactionId = ?";
 const std::string kBegin = "INSERT OR REPLACE INTO nv_uploadAttempt (transactionId, startedAt, outcome) "
                            "VALUES (?, ?, 'unknown')";
-const std::string kAccepted = "INSERT OR REPLACE INTO nv_uploadAttempt (transactionId, startedAt, outcome, envelopeId) "
-                              "VALUES (?1, coalesce((SELECT startedAt FROM nv_uploadAttempt WHERE transactionId = ?1), "
-                              "0), 'accepted', ?2)";
+const std::string kAccepted =
+    "INSERT OR REPLACE INTO nv_uploadAttempt (transactionId, startedAt, outcome, envelopeId) "
+    "VALUES (?1, coalesce((SELECT startedAt FROM nv_uploadAttempt WHERE transactionId = ?1), "
+    "0), 'accepted', ?2)";
 const std::string kNameEnvelope = "UPDATE NVMCDEnvelopeDefinition SET envelopeId = ? WHERE transactionId = ?";
 const std::string kRefused = "DELETE FROM nv_uploadAttempt WHERE transactionId = ?";
 

@@ -1,17 +1,17 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include <norvane/platform/Date.h>
 #include <norvane/platform/Result.h>
 #include <norvane/store/ObjectStore.h>
 
+#include <optional>
+#include <string>
+
 namespace norvane {
 
-/// The attempts at uploading whose end is not settled for good, by transaction identifier. An attempt is unknown from
-/// before its first byte is sent. It is struck out when the service surely has not taken the envelope, and becomes
-/// accepted when the service has; then it lasts until the envelope has left the store.
+/// The attempts at uploading whose end is not settled for good, by transaction identifier. An attempt is
+/// unknown from before its first byte is sent. It is struck out when the service surely has not taken the
+/// envelope, and becomes accepted when the service has; then it lasts until the envelope has left the store.
 class UploadAttempts {
   public:
     struct Attempt {

@@ -1,5 +1,7 @@
 #include "tests/apps/CommandLine.h"
 
+#include <norvane/platform/Json.h>
+
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -7,8 +9,6 @@
 
 #include <fstream>
 #include <sstream>
-
-#include <norvane/platform/Json.h>
 
 namespace norvane {
 
@@ -23,7 +23,8 @@ std::string contentOf(const std::filesystem::path& file) {
 
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     std::vector<char*> pointers;
-    for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -47,7 +48,10 @@ sandbox::SandboxService::Options optionsIn(const std::filesystem::path& folder) 
 
 } // namespace
 
-CommandLine::CommandLine() : service_(optionsIn(folder_.path() / "service")) { service_.start(); }
+CommandLine::CommandLine()
+    : service_(optionsIn(folder_.path() / "service")) {
+    service_.start();
+}
 
 testing::KillTracer::Command CommandLine::command(const std::filesystem::path& home,
                                                   const std::vector<std::string>& arguments) const {
@@ -63,7 +67,9 @@ testing::KillTracer::Command CommandLine::command(const std::filesystem::path& h
     return command;
 }
 
-CommandLine::Run CommandLine::run(const std::vector<std::string>& arguments) const { return runIn(home_, arguments); }
+CommandLine::Run CommandLine::run(const std::vector<std::string>& arguments) const {
+    return runIn(home_, arguments);
+}
 
 CommandLine::Run CommandLine::runIn(const std::filesystem::path& home,
                                     const std::vector<std::string>& arguments) const {
@@ -72,12 +78,14 @@ CommandLine::Run CommandLine::runIn(const std::filesystem::path& home,
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, command.outputFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, command.outputFile.c_str(),
+                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errorFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
                                      0600);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errorFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     pid_t process = -1;
-    const int spawned = posix_spawn(&process, NORVANE_PROGRAM, &actions, nullptr,
-                                    pointersTo(command.arguments).data(), pointersTo(command.environment).data());
+    const int spawned =
+        posix_spawn(&process, NORVANE_PROGRAM, &actions, nullptr, pointersTo(command.arguments).data(),
+                    pointersTo(command.environment).data());
     posix_spawn_file_actions_destroy(&actions);
     Run run;
     if (spawned != 0) {

@@ -1,9 +1,9 @@
 #include "tests/apps/CommandLine.h"
 
+#include <norvane/platform/Json.h>
+
 #include <algorithm>
 #include <filesystem>
-
-#include <norvane/platform/Json.h>
 
 namespace norvane {
 
@@ -24,7 +24,8 @@ class CommandLineTest : public CommandLine {
         EXPECT_TRUE(!std::filesystem::exists(documents) || std::filesystem::is_empty(documents));
     }
 
-    static void editSigner(Dictionary& script, std::size_t index, const std::function<void(Dictionary&)>& edit) {
+    static void editSigner(Dictionary& script, std::size_t index,
+                           const std::function<void(Dictionary&)>& edit) {
         Array signers = *script["signers"].asArray();
         Dictionary signer = *signers[index].asDictionary();
         edit(signer);
@@ -94,35 +95,44 @@ TEST_F(CommandLineTest, AnUploadThatWasAppliedButNeverAnsweredIsNotSentTwice) {
 TEST_F(CommandLineTest, AScriptThatDoesNotFitIsRefusedByNameAndKeepsNothing) {
     signIn();
     cacheLease();
-    expectRefused([](Dictionary& script) {
-        editSigner(script, 0, [](Dictionary& signer) {
-            Dictionary tabs = *signer["tabs"].asDictionary();
-            tabs["Favourite Colour"] = "blue";
-            signer["tabs"] = std::move(tabs);
-        });
-    }, "TAB_UNKNOWN", "Favourite Colour");
-    expectRefused([](Dictionary& script) {
-        editSigner(script, 0, [](Dictionary& signer) { signer["tabs"] = Dictionary{}; });
-    }, "REQUIRED_TAB_BLANK", "Tenant Phone");
-    expectRefused([](Dictionary& script) {
-        editSigner(script, 0, [](Dictionary& signer) { signer.erase("signature"); });
-    }, "REQUIRED_TAB_BLANK", "Tenant Signature");
-    expectRefused([](Dictionary& script) {
-        Array signers = *script["signers"].asArray();
-        std::reverse(signers.begin(), signers.end());
-        script["signers"] = std::move(signers);
-    }, "SIGNER_OUT_OF_TURN", "Tomas Alder");
-    expectRefused([](Dictionary& script) {
-        script["signers"] = Array{script["signers"].asArray()->front()};
-    }, "SIGNER_MISSING", "Tomas Alder");
-    expectRefused([](Dictionary& script) {
-        editSigner(script, 1, [](Dictionary& signer) { signer["signature"] = "nowhere.json"; });
-    }, "SIGNATURE_FILE_INVALID", "nowhere.json");
+    expectRefused(
+        [](Dictionary& script) {
+            editSigner(script, 0, [](Dictionary& signer) {
+                Dictionary tabs = *signer["tabs"].asDictionary();
+                tabs["Favourite Colour"] = "blue";
+                signer["tabs"] = std::move(tabs);
+            });
+        },
+        "TAB_UNKNOWN", "Favourite Colour");
+    expectRefused(
+        [](Dictionary& script) {
+            editSigner(script, 0, [](Dictionary& signer) { signer["tabs"] = Dictionary{}; });
+        },
+        "REQUIRED_TAB_BLANK", "Tenant Phone");
+    expectRefused(
+        [](Dictionary& script) {
+            editSigner(script, 0, [](Dictionary& signer) { signer.erase("signature"); });
+        },
+        "REQUIRED_TAB_BLANK", "Tenant Signature");
+    expectRefused(
+        [](Dictionary& script) {
+            Array signers = *script["signers"].asArray();
+            std::reverse(signers.begin(), signers.end());
+            script["signers"] = std::move(signers);
+        },
+        "SIGNER_OUT_OF_TURN", "Tomas Alder");
+    expectRefused([](Dictionary& script) { script["signers"] = Array{script["signers"].asArray()->front()}; },
+                  "SIGNER_MISSING", "Tomas Alder");
+    expectRefused(
+        [](Dictionary& script) {
+            editSigner(script, 1, [](Dictionary& signer) { signer["signature"] = "nowhere.json"; });
+        },
+        "SIGNATURE_FILE_INVALID", "nowhere.json");
 }
 
 TEST_F(CommandLineTest, WrongCredentialsAndWrongUsageAreToldApart) {
-    const Run refused = run({"--json", "login", "--host", service_.url(), "--integrator-key", "not-the-key", "--user",
-                             service_.credentials().userName});
+    const Run refused = run({"--json", "login", "--host", service_.url(), "--integrator-key", "not-the-key",
+                             "--user", service_.credentials().userName});
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(refused.json()["error"]["domain"], Value("user.setup"));
     EXPECT_EQ(refused.json()["error"]["code"], Value(401));
@@ -137,8 +147,9 @@ TEST_F(CommandLineTest, TheHomeIsReadableForItsOwnerAloneAndHoldsNoSecretInPlain
     signIn();
     for (const auto& entry : std::filesystem::recursive_directory_iterator(home_)) {
         const auto mode = std::filesystem::status(entry).permissions() & std::filesystem::perms::all;
-        EXPECT_EQ(mode, entry.is_directory() ? std::filesystem::perms::owner_all
-                                             : std::filesystem::perms::owner_read | std::filesystem::perms::owner_write)
+        EXPECT_EQ(mode, entry.is_directory()
+                            ? std::filesystem::perms::owner_all
+                            : std::filesystem::perms::owner_read | std::filesystem::perms::owner_write)
             << entry.path();
     }
     const Run secret = run({"--json", "whoami"});

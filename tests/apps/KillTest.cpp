@@ -11,8 +11,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Kills `norvane` at every system call of a clean run that changes what is on disk or on the wire, and counts
-/// envelopes after each: nothing lost, nothing doubled, nothing left over.
+/// Kills `norvane` at every system call of a clean run that changes what is on disk or on the wire, and
+/// counts envelopes after each: nothing lost, nothing doubled, nothing left over.
 class KillTest : public CommandLine {
   protected:
     /// A copy of the prepared home, so that each kill meets the same beginning.
@@ -27,6 +27,7 @@ class KillTest : public CommandLine {
     std::set<testing::KillPoint> pointsOf(const std::vector<std::string>& arguments) {
         std::set<testing::KillPoint> points;
         for (int run = 0; run < 2; ++run) {
+            service_.forgetEnvelopes();
             const auto traced = testing::KillTracer::run(command(freshHome(), arguments));
             EXPECT_EQ(traced.exitStatus, 0);
             points.insert(traced.points.begin(), traced.points.end());
@@ -37,14 +38,16 @@ class KillTest : public CommandLine {
     static std::size_t filesBelow(const fs::path& folder) {
         std::size_t files = 0;
         if (!fs::exists(folder)) return 0;
-        for (const auto& entry : fs::recursive_directory_iterator(folder)) files += entry.is_regular_file() ? 1 : 0;
+        for (const auto& entry : fs::recursive_directory_iterator(folder))
+            files += entry.is_regular_file() ? 1 : 0;
         return files;
     }
 
     static std::string pragma(const fs::path& home, const char* statement) {
         sqlite3* database = nullptr;
         std::string answer;
-        sqlite3_open_v2((home / "support" / "NorvaneSDK.sqlite").c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
+        sqlite3_open_v2((home / "support" / "NorvaneSDK.sqlite").c_str(), &database, SQLITE_OPEN_READWRITE,
+                        nullptr);
         sqlite3_exec(
             database, statement,
             [](void* text, int, char** values, char**) {
@@ -64,13 +67,11 @@ class KillTest : public CommandLine {
         EXPECT_EQ(pragma(home, "SELECT count(*) FROM NVMCDEnvelopeDefinition"), "0");
     }
 
-    /// What the service got since the last look.
-    std::size_t newlyReceived() {
-        const std::size_t all = service_.receivedEnvelopes().size();
-        return all - std::exchange(seen_, all);
+    /// How many envelopes the service has made, once it has dealt with all that reached it.
+    std::size_t received() {
+        EXPECT_TRUE(service_.waitForRequests(service_.requests().size()));
+        return service_.receivedEnvelopes().size();
     }
-
-    std::size_t seen_ = 0;
 };
 
 TEST_F(KillTest, ASigningKilledAnywhereLeavesAWholeEnvelopeOrNone) {
@@ -80,14 +81,15 @@ TEST_F(KillTest, ASigningKilledAnywhereLeavesAWholeEnvelopeOrNone) {
     for (const testing::KillPoint& point : pointsOf(arguments)) {
         SCOPED_TRACE(point.description());
         const fs::path home = freshHome();
+        service_.forgetEnvelopes();
         testing::KillTracer::run(command(home, arguments), point);
         const std::size_t kept = envelopesOnDevice(home);
         EXPECT_LE(kept, 1u);
         const Run synced = runIn(home, {"--json", "sync"});
         EXPECT_EQ(synced.status, 0) << synced.output << synced.errors;
-        EXPECT_EQ(newlyReceived(), kept);
+        EXPECT_EQ(received(), kept);
         expectSoundAndEmpty(home);
-        if (::testing::Test::HasFailure()) break;
+        if (HasFailure()) break;
     }
 }
 
@@ -95,23 +97,21 @@ TEST_F(KillTest, AnUploadKilledAnywhereIsMadeExactlyOnce) {
     signIn();
     cacheLease();
     ASSERT_EQ(run(signArguments()).status, 0);
-    newlyReceived();
     const std::vector<std::string> arguments{"--json", "sync"};
-    const auto points = pointsOf(arguments);
-    newlyReceived();
-    for (const testing::KillPoint& point : points) {
+    for (const testing::KillPoint& point : pointsOf(arguments)) {
         SCOPED_TRACE(point.description());
         const fs::path home = freshHome();
+        service_.forgetEnvelopes();
         testing::KillTracer::run(command(home, arguments), point);
-        const std::size_t sent = newlyReceived();
-        EXPECT_LE(sent, 1u);
+        const std::size_t sent = received();
         EXPECT_GE(sent + envelopesOnDevice(home), 1u) << "on the service or whole on the device";
         const Run synced = runIn(home, {"--json", "sync"});
         EXPECT_EQ(synced.status, 0) << synced.output << synced.errors;
-        EXPECT_EQ(sent + newlyReceived(), 1u);
-        EXPECT_EQ(service_.receivedEnvelopes().back().warnings, std::vector<std::string>());
+        const auto envelopes = service_.receivedEnvelopes();
+        ASSERT_EQ(envelopes.size(), 1u) << sent << " before the second run";
+        EXPECT_EQ(envelopes[0].warnings, std::vector<std::string>());
         expectSoundAndEmpty(home);
-        if (::testing::Test::HasFailure()) break;
+        if (HasFailure()) break;
     }
 }
 

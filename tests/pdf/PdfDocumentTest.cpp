@@ -138,11 +138,12 @@ TEST(PdfDocument, NeverShowsADamagedFileAsAShorterOne) {
 }
 
 TEST(PdfDocument, RefusesBombsAndEncryptedFilesBeforeReadingThem) {
-    const std::string entries =
-        "/Encrypt << /Filter /Standard /V 1 /R 2 /O (o) /U (u) /P -4 >> /ID [(a) (a)]";
-    EXPECT_EQ(codeOf(pdfOfObjects(
-                  {"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Count 0 /Kids [] >>"}, entries)),
-              PdfErrorCode::Encrypted);
+    const std::string encryption = "<< /Filter /Standard /V 1 /R 2 /O (o) /U (u) /P -4 >>";
+    for (const std::string& entry : {encryption, std::string("3 0 R")})
+        EXPECT_EQ(codeOf(pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>",
+                                       "<< /Type /Pages /Count 0 /Kids [] >>", encryption},
+                                      "/ID [(a) (a)] /Encrypt " + entry)),
+                  PdfErrorCode::Encrypted);
 
     std::string chain = "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] /Next 4 0 R >>";
     std::vector<std::string> objects{"<< /Type /Catalog /Pages 2 0 R >>",

@@ -8,6 +8,7 @@
 #include <norvane/signing/NVMPTNPDFAnnotationManager.h>
 #include <norvane/signing/NVMPTNPDFImageAnnotation.h>
 #include <norvane/signing/NVMPTNPDFTextAnnotation.h>
+#include <norvane/signing/NVMPTNToolManager.h>
 
 namespace norvane {
 namespace {
@@ -216,6 +217,39 @@ TEST_F(TabAnnotation, IsFoundByItsTab) {
     EXPECT_EQ(manager.pdfAnnotationWithUniqueId(entry->getUniqueId()), entry);
     manager.unregisterPDFAnnotationForNVMAnnotation(entry);
     EXPECT_FALSE(manager.pdfAnnotationWithUniqueId("tab-3"));
+}
+
+struct RecordingTapDelegate final : NVMPTNToolManagerDelegate {
+    void pdfViewControllerDidTapOnTextAnnotation(const Annotation&, const Point&) override {
+        taps += "text ";
+    }
+    void pdfViewControllerDidTapOnImageAnnotation(const Annotation&, const Point&) override {
+        taps += "image ";
+    }
+    void pdfViewControllerDidTapOnAnnotation(const Annotation& annotation, const Point&) override {
+        taps += annotation->tab().tabId + " ";
+    }
+    void pdfViewControllerDidTapOnPageView(const Point&) override { taps += "page "; }
+    std::string taps;
+};
+
+TEST_F(TabAnnotation, HearsOfTapsOnIt) {
+    NVMPTNPDFAnnotationManager manager;
+    AnnotatedTab aside = tab(NVMTabTypeCheckbox);
+    aside.originX = 400;
+    manager.registerPDFAnnotationForNVMAnnotation(image(aside));
+    const auto fullName = text(tab(NVMTabTypeFullName));
+    manager.registerPDFAnnotationForNVMAnnotation(fullName);
+    const auto delegate = std::make_shared<RecordingTapDelegate>();
+    const NVMPTNToolManager tools(document_, delegate, manager);
+    tools.handleTap(2, {405, 735}, {});
+    tools.handleTap(2, {110, 735}, {});
+    tools.handleTap(2, {110, 600}, {});
+    tools.handleTap(1, {110, 735}, {});
+    tools.handleTap(0, {110, 735}, {});
+    manager.unregisterPDFAnnotationForNVMAnnotation(fullName);
+    tools.handleTap(2, {110, 735}, {});
+    EXPECT_EQ(delegate->taps, "image tab-4 text page page page ");
 }
 
 TEST_F(TabAnnotation, WorksWithoutAViewerAndAfterTheDocumentWentAway) {

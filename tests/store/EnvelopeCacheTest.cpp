@@ -34,7 +34,8 @@ TEST_F(EnvelopeCacheTest, CachingPutsAnEnvelopeInLineAndTellsAfterwards) {
     EXPECT_TRUE(wasSaved);
     EXPECT_EQ(log.names(), (std::vector<std::string>{std::string(NVMRecordMetaDataDidAddNotification),
                                                      std::string(NVMEnvelopeCachedNotification)}));
-    EXPECT_EQ(log.first(NVMEnvelopeCachedNotification), (Dictionary{{"envelopeId", id}, {"templateId", "template-1"}}));
+    EXPECT_EQ(log.first(NVMEnvelopeCachedNotification),
+              (Dictionary{{"envelopeId", id}, {"templateId", "template-1"}}));
     EXPECT_EQ(log.first(NVMRecordMetaDataDidAddNotification), (Dictionary{{"cacheURI", id}}));
     const auto row = stored(id);
     ASSERT_TRUE(row);
@@ -95,7 +96,8 @@ TEST_F(EnvelopeCacheTest, WhatCannotBeCachedLeavesNothingBehind) {
     auto broken = envelope();
     broken.documents->push_back(document("2", ""));
     broken.documents->back()->sandboxFilePath = "/userId/ed/gone.pdf";
-    const auto error = result([&](auto completion) { Handler::cacheEnvelope(broken, std::move(completion)); });
+    const auto error =
+        result([&](auto completion) { Handler::cacheEnvelope(broken, std::move(completion)); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->code, static_cast<std::int64_t>(StoreError::DocumentDamaged));
     EXPECT_TRUE(rowCounts().empty());
@@ -110,9 +112,8 @@ TEST_F(EnvelopeCacheTest, FinishingASigningReplacesTheEarlierCopyInOneSave) {
     finished.emailSubject = "Signed";
     NotificationLog log;
     bool sawBoth = false;
-    const auto observer = platform().notifications->addObserver({}, [&](const Notification&) {
-        sawBoth = sawBoth || Handler::cachedEnvelopeIds().size() != 1;
-    });
+    const auto observer = platform().notifications->addObserver(
+        {}, [&](const Notification&) { sawBoth = sawBoth || Handler::cachedEnvelopeIds().size() != 1; });
     ASSERT_EQ(finish(finished), std::nullopt);
     EXPECT_FALSE(sawBoth) << "neither none nor two at any time";
     EXPECT_EQ(log.names(), (std::vector<std::string>{std::string(NVMEnvelopeUncachedNotification),
@@ -160,7 +161,8 @@ TEST_F(EnvelopeCacheTest, UpdatingKeepsThePlaceInLine) {
     EXPECT_EQ(row->pendingSyncRetriesCount(), 1);
     EXPECT_EQ(filesIn("ed").size(), 1u) << "the earlier bytes' file is gone";
     changed.envelopeId = "unknown";
-    const auto error = result([&](auto completion) { Handler::updateCachedEnvelope(changed, std::move(completion)); });
+    const auto error =
+        result([&](auto completion) { Handler::updateCachedEnvelope(changed, std::move(completion)); });
     EXPECT_EQ(error->code, static_cast<std::int64_t>(StoreError::NotFound));
 }
 
@@ -170,7 +172,8 @@ TEST_F(EnvelopeCacheTest, DraftsAreToldFromEnvelopes) {
     EXPECT_EQ(Handler::cachedEnvelopeIds(), std::vector<std::string>{sent});
     ASSERT_EQ(Handler::cachedDraftEnvelopes().size(), 1u);
     EXPECT_FALSE(Handler::cachedDraftEnvelopes().front()->documents);
-    EXPECT_EQ(Handler::cachedDraftEnvelopesWithDocuments().front()->documents->front()->pdf->view(), "%PDF one");
+    EXPECT_EQ(Handler::cachedDraftEnvelopesWithDocuments().front()->documents->front()->pdf->view(),
+              "%PDF one");
     EXPECT_EQ(Handler::cachedDraftEnvelopeCount(), 1u);
     EXPECT_EQ(Handler::cachedEnvelopeSummaries().size(), 2u);
     NotificationLog log;
@@ -188,7 +191,8 @@ TEST_F(EnvelopeCacheTest, RecordsAreFoundByEitherIdentifierIgnoringCase) {
     context().updateAttributes(row, {"envelopeId"});
     ASSERT_EQ(context().save(), std::nullopt);
     const auto find = [](std::string text) {
-        std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+        std::transform(text.begin(), text.end(), text.begin(),
+                       [](unsigned char c) { return std::tolower(c); });
         return NVMEnvelopeCachingPolicy::cachedRecordFromLocalStorageForId(text);
     };
     EXPECT_TRUE(find("from-the-service"));
@@ -205,40 +209,52 @@ TEST_F(EnvelopeCacheTest, PiecesOfAnEnvelopeAreChangedInPlace) {
 
     auto newcomer = signer("");
     newcomer->recipientId.reset();
-    ASSERT_EQ(updated([&](auto done) { Handler::updateCachedEnvelopeAddOrUpdateRecipient(key, newcomer, done); }, &now),
-              std::nullopt);
+    ASSERT_EQ(
+        updated([&](auto done) { Handler::updateCachedEnvelopeAddOrUpdateRecipient(key, newcomer, done); },
+                &now),
+        std::nullopt);
     EXPECT_TRUE(isUuidString(newcomer->recipientId.value_or("")));
     ASSERT_EQ(now->recipients->signers->size(), 2u);
-    EXPECT_EQ(log.first(NVMEnvelopeUpdatedNotification), (Dictionary{{"envelopeId", id}, {"templateId", "template-1"}}));
+    EXPECT_EQ(log.first(NVMEnvelopeUpdatedNotification),
+              (Dictionary{{"envelopeId", id}, {"templateId", "template-1"}}));
 
-    ASSERT_EQ(updated([&](auto done) { Handler::updateCachedEnvelopeMoveRecipient(key, *newcomer, 1, 0, done); }, &now),
-              std::nullopt);
+    ASSERT_EQ(
+        updated([&](auto done) { Handler::updateCachedEnvelopeMoveRecipient(key, *newcomer, 1, 0, done); },
+                &now),
+        std::nullopt);
     EXPECT_EQ(now->recipients->signers->front()->recipientId, newcomer->recipientId);
 
     auto inPerson = std::make_shared<NVMInPersonSigner>();
     inPerson->recipientId = "1";
     inPerson->signerName = "Bob";
-    ASSERT_EQ(updated([&](auto done) { Handler::updateCachedEnvelopeAddOrUpdateRecipient(key, inPerson, done); }, &now),
-              std::nullopt);
+    ASSERT_EQ(
+        updated([&](auto done) { Handler::updateCachedEnvelopeAddOrUpdateRecipient(key, inPerson, done); },
+                &now),
+        std::nullopt);
     EXPECT_EQ(now->recipients->signers->size(), 1u);
     ASSERT_EQ(now->recipients->inPersonSigners->size(), 1u);
-    EXPECT_EQ(now->recipients->inPersonSigners->front()->tabs->textTabs->front()->tabId, "tab-1") << "keeps its tabs";
+    EXPECT_EQ(now->recipients->inPersonSigners->front()->tabs->textTabs->front()->tabId, "tab-1")
+        << "keeps its tabs";
 
     auto box = std::make_shared<NVMCheckbox>();
     box->tabId = "box";
-    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerAddOrUpdateTab(*inPerson, box, done); }), std::nullopt);
+    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerAddOrUpdateTab(*inPerson, box, done); }),
+              std::nullopt);
     box->selected = true;
-    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerAddOrUpdateTab(*inPerson, box, done); }, &now), std::nullopt);
+    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerAddOrUpdateTab(*inPerson, box, done); }, &now),
+              std::nullopt);
     ASSERT_EQ(now->recipients->inPersonSigners->front()->tabs->checkboxTabs->size(), 1u);
     EXPECT_TRUE(now->recipients->inPersonSigners->front()->tabs->checkboxTabs->front()->selected);
-    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerRemoveTab(*inPerson, *box, done); }), std::nullopt);
+    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerRemoveTab(*inPerson, *box, done); }),
+              std::nullopt);
     EXPECT_FALSE(Handler::findTabWithId("box", context()));
 
     ASSERT_EQ(updated([&](auto done) { Handler::updateCachedEnvelopeRemoveRecipient(key, *inPerson, done); }),
               std::nullopt);
     EXPECT_FALSE(Handler::findRecipientWithId("1", context()));
     EXPECT_FALSE(Handler::findTabWithId("tab-1", context()));
-    EXPECT_TRUE(updated([&](auto done) { Handler::updateCachedEnvelopeRemoveRecipient(key, *inPerson, done); }));
+    EXPECT_TRUE(
+        updated([&](auto done) { Handler::updateCachedEnvelopeRemoveRecipient(key, *inPerson, done); }));
     EXPECT_EQ(log.count(NVMEnvelopeUpdateFailedNotification), 1u);
 }
 
@@ -251,9 +267,12 @@ TEST_F(EnvelopeCacheTest, DocumentsAreUpdatedAndRemovedWithTheirFiles) {
                   Handler::updateCachedEnvelopeAddOrUpdateDocument(key, *document("2", "%PDF two"), done);
               }),
               std::nullopt);
-    ASSERT_EQ(updated([&](auto done) {
-                  Handler::updateCachedEnvelopeUpdateDocuments(key, {document("1", "%PDF new"), document("9", "x")}, done);
-              }, &now),
+    ASSERT_EQ(updated(
+                  [&](auto done) {
+                      Handler::updateCachedEnvelopeUpdateDocuments(
+                          key, {document("1", "%PDF new"), document("9", "x")}, done);
+                  },
+                  &now),
               std::nullopt);
     ASSERT_EQ(now->documents->size(), 2u);
     EXPECT_EQ(now->documents->front()->pdf->view(), "%PDF new");
@@ -266,7 +285,8 @@ TEST_F(EnvelopeCacheTest, DocumentsAreUpdatedAndRemovedWithTheirFiles) {
 
 TEST_F(EnvelopeCacheTest, WhatADeadWriterLeftIsClearedAtTheNextSetUp) {
     const auto kept = cached(envelope());
-    ASSERT_EQ(NVM_encryptedWriteToFile(Data("%PDF unsaved"), NVM_envelopeDocumentSubPath(), "ed"), std::nullopt);
+    ASSERT_EQ(NVM_encryptedWriteToFile(Data("%PDF unsaved"), NVM_envelopeDocumentSubPath(), "ed"),
+              std::nullopt);
     std::ofstream(NVM_getUserDirectoryPathWithFolder("ed") + "/.norvane-0123456789abcdef.tmp") << "half";
     EXPECT_EQ(filesIn("ed").size(), 3u);
     openStore();
@@ -278,10 +298,11 @@ TEST_F(EnvelopeCacheTest, WhatADeadWriterLeftIsClearedAtTheNextSetUp) {
 }
 
 TEST_F(EnvelopeCacheTest, PathsStayInsideTheDocumentsFolder) {
-    for (const char* path : {"/userId/../secret", "/etc/passwd", "", "/", "/userId/ed/../../../x", "/other/ed/x.pdf"})
+    for (const char* path :
+         {"/userId/../secret", "/etc/passwd", "", "/", "/userId/ed/../../../x", "/other/ed/x.pdf"})
         EXPECT_FALSE(NVM_documentsPathByAppendingPathComponent(path)) << path;
-    EXPECT_EQ(NVM_thumbnailPathForDocumentId("../../x"), NVM_getUserDirectoryPathWithFolder("thumbnails") +
-                                                             "/.._.._x_thumb.png");
+    EXPECT_EQ(NVM_thumbnailPathForDocumentId("../../x"),
+              NVM_getUserDirectoryPathWithFolder("thumbnails") + "/.._.._x_thumb.png");
 }
 
 } // namespace

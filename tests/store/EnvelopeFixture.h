@@ -73,8 +73,8 @@ class EnvelopeFixture : public StoreFixture {
     /// Caches it and gives the identifier that it waits under.
     static std::string cached(const NVMEnvelopeDefinition& envelope) {
         const auto before = NVMEnvelopesHandler::cachedEnvelopeSummaries().size();
-        const auto error =
-            result([&](auto completion) { NVMEnvelopesHandler::cacheEnvelope(envelope, std::move(completion)); });
+        const auto error = result(
+            [&](auto completion) { NVMEnvelopesHandler::cacheEnvelope(envelope, std::move(completion)); });
         EXPECT_EQ(error, std::nullopt) << error->localizedDescription();
         const auto summaries = NVMEnvelopesHandler::cachedEnvelopeSummaries();
         EXPECT_EQ(summaries.size(), before + 1);

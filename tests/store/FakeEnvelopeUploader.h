@@ -80,14 +80,17 @@ class FakeEnvelopeUploader final : public EnvelopeUploader {
   private:
     Answer answerOf(Outcome outcome, const std::string& id) const {
         switch (outcome) {
-        case Outcome::Accepted: return {"service-" + id, std::nullopt, true};
+        case Outcome::Accepted:
+            return {"service-" + id, std::nullopt, true};
         case Outcome::Refused: {
             NVMError error("test", 400, {{"NSLocalizedDescription", "refused"}});
             error.userInfo["NVESResponseObject"] = Dictionary{{"errorCode", refusalCode}};
             return {std::nullopt, error, true};
         }
-        case Outcome::NotReached: return {std::nullopt, NVMError::make("test", 7, "no network"), true};
-        default: return {std::nullopt, NVMError::make("test", 28, "timed out"), false};
+        case Outcome::NotReached:
+            return {std::nullopt, NVMError::make("test", 7, "no network"), true};
+        default:
+            return {std::nullopt, NVMError::make("test", 28, "timed out"), false};
         }
     }
 

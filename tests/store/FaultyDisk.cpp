@@ -39,7 +39,9 @@ int remove(sqlite3_vfs*, const char* name, int syncFolder) {
 const sqlite3_io_methods kMethods = {
     2,
     [](sqlite3_file* f) { return real(f)->pMethods->xClose(real(f)); },
-    [](sqlite3_file* f, void* to, int size, sqlite3_int64 at) { return real(f)->pMethods->xRead(real(f), to, size, at); },
+    [](sqlite3_file* f, void* to, int size, sqlite3_int64 at) {
+        return real(f)->pMethods->xRead(real(f), to, size, at);
+    },
     &write,
     &truncate,
     &sync,
@@ -47,13 +49,17 @@ const sqlite3_io_methods kMethods = {
     [](sqlite3_file* f, int level) { return real(f)->pMethods->xLock(real(f), level); },
     [](sqlite3_file* f, int level) { return real(f)->pMethods->xUnlock(real(f), level); },
     [](sqlite3_file* f, int* result) { return real(f)->pMethods->xCheckReservedLock(real(f), result); },
-    [](sqlite3_file* f, int op, void* argument) { return real(f)->pMethods->xFileControl(real(f), op, argument); },
+    [](sqlite3_file* f, int op, void* argument) {
+        return real(f)->pMethods->xFileControl(real(f), op, argument);
+    },
     [](sqlite3_file* f) { return real(f)->pMethods->xSectorSize(real(f)); },
     [](sqlite3_file* f) { return real(f)->pMethods->xDeviceCharacteristics(real(f)); },
     [](sqlite3_file* f, int page, int size, int extend, void volatile** memory) {
         return real(f)->pMethods->xShmMap(real(f), page, size, extend, memory);
     },
-    [](sqlite3_file* f, int offset, int n, int flags) { return real(f)->pMethods->xShmLock(real(f), offset, n, flags); },
+    [](sqlite3_file* f, int offset, int n, int flags) {
+        return real(f)->pMethods->xShmLock(real(f), offset, n, flags);
+    },
     [](sqlite3_file* f) { real(f)->pMethods->xShmBarrier(real(f)); },
     [](sqlite3_file* f, int deletes) { return real(f)->pMethods->xShmUnmap(real(f), deletes); },
     nullptr,

@@ -139,7 +139,8 @@ TEST_F(ObjectTreesTest, FindsByBoundConditions) {
     EXPECT_EQ(found(FetchRequest(all).where("envelopeId", Match::NotEmpty)), 2u);
     EXPECT_EQ(found(FetchRequest(all).where("envelopeId", Match::Equal, {})), 1u);
     EXPECT_EQ(found(FetchRequest(all).where("status", Match::NotEqual, "created")), 3u);
-    const auto last = context().fetchProperties(FetchRequest(all).orderBy("envelopeId", false).limitTo(1), {"envelopeId"});
+    const auto last =
+        context().fetchProperties(FetchRequest(all).orderBy("envelopeId", false).limitTo(1), {"envelopeId"});
     ASSERT_TRUE(last.ok());
     EXPECT_EQ(last->front().front(), Value(hostile));
     EXPECT_THROW(static_cast<void>(context().count(FetchRequest(all).where("noSuchColumn", Match::Equal, 1))),
@@ -154,7 +155,8 @@ TEST_F(ObjectTreesTest, IdentifiersTravelAndLoadWhatIsStored) {
     EXPECT_EQ(ids.size(), 2u);
     context().remove(second->objectID);
     ASSERT_EQ(context().save(), std::nullopt);
-    const auto objects = NVMCoreDataUtilities::managedObjectsForManagedObjectIDs<NVMCDEnvelopeDefinition>(ids);
+    const auto objects =
+        NVMCoreDataUtilities::managedObjectsForManagedObjectIDs<NVMCDEnvelopeDefinition>(ids);
     ASSERT_EQ(objects.size(), 1u);
     EXPECT_EQ(objects.front()->envelopeId, "1");
 }

@@ -21,10 +21,14 @@ class RandomTree {
 
     void fill(const RecordType& type, void* record) {
         for (const Field& field : type.fields()) {
-            if (field.kind == FieldKind::Bool) field.as<bool>(record) = chance(2);
-            else if (chance(5)) continue; // absent
-            else if (field.reference) fillReference(field, record);
-            else fillScalar(field, record);
+            if (field.kind == FieldKind::Bool)
+                field.as<bool>(record) = chance(2);
+            else if (chance(5))
+                continue; // absent
+            else if (field.reference)
+                fillReference(field, record);
+            else
+                fillScalar(field, record);
         }
     }
 
@@ -49,16 +53,24 @@ class RandomTree {
 
     void fillScalar(const Field& field, void* record) {
         switch (field.kind) {
-        case FieldKind::Text: field.as<field::Text>(record) = chance(6) ? "" : text(); break;
+        case FieldKind::Text:
+            field.as<field::Text>(record) = chance(6) ? "" : text();
+            break;
         case FieldKind::Number:
             field.as<field::Number>(record) = chance(2) ? double(random_() % 2) : double(random_()) / 7 - 1e8;
             break;
         case FieldKind::DateTime:
-            field.as<field::Date>(record) = norvane::Date(std::chrono::milliseconds(std::int64_t(random_()) * 700 - 1));
+            field.as<field::Date>(record) =
+                norvane::Date(std::chrono::milliseconds(std::int64_t(random_()) * 700 - 1));
             break;
-        case FieldKind::Bytes: field.as<field::Bytes>(record) = chance(4) ? Data() : Data(text()); break;
-        case FieldKind::TextList: field.as<field::TextList>(record) = std::vector<std::string>{"", text(), "x"}; break;
-        default: break;
+        case FieldKind::Bytes:
+            field.as<field::Bytes>(record) = chance(4) ? Data() : Data(text());
+            break;
+        case FieldKind::TextList:
+            field.as<field::TextList>(record) = std::vector<std::string>{"", text(), "x"};
+            break;
+        default:
+            break;
         }
     }
 

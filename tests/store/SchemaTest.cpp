@@ -24,7 +24,8 @@ class SchemaTest : public StoreFixture {
 };
 
 TEST_F(SchemaTest, NamesTablesAndColumnsAsTheModelDoes) {
-    for (const RecordType* type : {&NVMCDEnvelopeDefinition::type(), &NVMCDTab::type(), &NVMCDEnvelopeTemplate::type()}) {
+    for (const RecordType* type :
+         {&NVMCDEnvelopeDefinition::type(), &NVMCDTab::type(), &NVMCDEnvelopeTemplate::type()}) {
         for (const Field& field : type->fields()) {
             if (field.reference) continue;
             EXPECT_TRUE(hasColumn(std::string(type->name()), std::string(field.name))) << field.name;
@@ -43,11 +44,12 @@ TEST_F(SchemaTest, NamesTablesAndColumnsAsTheModelDoes) {
 
 TEST_F(SchemaTest, EveryInverseIsAnIndexedReferenceThatRemovesWithItsOwner) {
     for (const auto& table : tables()) {
-        for (const auto& row : query("SELECT \"from\" || ' ' || on_delete FROM pragma_foreign_key_list('" + table + "')")) {
+        for (const auto& row :
+             query("SELECT \"from\" || ' ' || on_delete FROM pragma_foreign_key_list('" + table + "')")) {
             const auto column = row.substr(0, row.find(' '));
             EXPECT_EQ(row.substr(row.find(' ') + 1), "CASCADE") << table << "." << column;
-            EXPECT_EQ(one("SELECT count(*) FROM sqlite_master WHERE type = 'index' AND name = '_" + table + "_" + column +
-                          "'"),
+            EXPECT_EQ(one("SELECT count(*) FROM sqlite_master WHERE type = 'index' AND name = '_" + table +
+                          "_" + column + "'"),
                       "1")
                 << table << "." << column;
         }

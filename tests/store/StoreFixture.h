@@ -42,10 +42,12 @@ class StoreFixture : public KitFixture {
     static std::vector<std::string> query(const std::string& sql) {
         std::vector<std::string> rows;
         sqlite3* database = nullptr;
-        EXPECT_EQ(sqlite3_open_v2(storeFile().c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr),
+        EXPECT_EQ(sqlite3_open_v2(storeFile().c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
+                                  nullptr),
                   SQLITE_OK);
         const auto add = [](void* list, int count, char** values, char**) {
-            static_cast<std::vector<std::string>*>(list)->push_back(count > 0 && values[0] ? values[0] : "NULL");
+            static_cast<std::vector<std::string>*>(list)->push_back(count > 0 && values[0] ? values[0]
+                                                                                           : "NULL");
             return 0;
         };
         char* message = nullptr;
@@ -59,9 +61,11 @@ class StoreFixture : public KitFixture {
         return rows.empty() ? "" : rows.front();
     }
     static std::vector<std::string> tables() {
-        return query("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY name");
+        return query(
+            "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY name");
     }
-    /// Rows of all entities and of the kit's own bookkeeping but its metadata, by table; empty tables are left out.
+    /// Rows of all entities and of the kit's own bookkeeping but its metadata, by table; empty tables are
+    /// left out.
     static std::map<std::string, std::string> rowCounts() {
         std::map<std::string, std::string> counts;
         for (const auto& table : tables()) {

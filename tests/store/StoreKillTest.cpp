@@ -27,7 +27,8 @@ class Executioner {
     std::atomic<int> left_;
 };
 
-/// A service that lasts: a line for each envelope that it took, its transaction identifier and its document's bytes.
+/// A service that lasts: a line for each envelope that it took, its transaction identifier and its document's
+/// bytes.
 class LastingService final : public EnvelopeUploader {
   public:
     explicit LastingService(const std::filesystem::path& home, Executioner* executioner = nullptr)
@@ -47,7 +48,8 @@ class LastingService final : public EnvelopeUploader {
         std::stringstream bytes;
         bytes << std::ifstream(url->filePath()).rdbuf();
         pass();
-        std::ofstream(file_, std::ios::app) << *envelope->transactionId << ' ' << bytes.str() << '\n' << std::flush;
+        std::ofstream(file_, std::ios::app) << *envelope->transactionId << ' ' << bytes.str() << '\n'
+                                            << std::flush;
         pass();
         completion({"service-" + *envelope->transactionId, std::nullopt, true});
     }
@@ -104,7 +106,9 @@ int liveUntilKilled(const std::vector<std::string>& arguments) {
     if (!platform) return 2;
     Platform::install(std::move(*platform));
     Executioner executioner(std::stoi(arguments[1]));
-    const auto say = [&](const char* word) { std::ofstream(home / "said", std::ios::app) << word << '\n' << std::flush; };
+    const auto say = [&](const char* word) {
+        std::ofstream(home / "said", std::ios::app) << word << '\n' << std::flush;
+    };
     FaultyDisk disk([&](std::string_view call) {
         if (call != "write") executioner.pass();
         return SQLITE_OK;
@@ -113,7 +117,8 @@ int liveUntilKilled(const std::vector<std::string>& arguments) {
     auto envelope = contract();
     if (!waitFor([&](auto done) { NVMEnvelopesHandler::cacheEnvelope(envelope, done); })) return 4;
     say("cached");
-    auto signedEnvelope = *NVMEnvelopesHandler::cachedEnvelopeById(NVMEnvelopesHandler::cachedEnvelopeIds().front());
+    auto signedEnvelope =
+        *NVMEnvelopesHandler::cachedEnvelopeById(NVMEnvelopesHandler::cachedEnvelopeIds().front());
     if (!waitFor([&](auto done) { NVMEnvelopesHandler::finishEnvelope(signedEnvelope, done); })) return 5;
     say("finished");
     syncWith(std::make_shared<LastingService>(home, &executioner));

@@ -15,7 +15,8 @@ class SynchronizerTest : public EnvelopeFixture {
   protected:
     void SetUp() override {
         EnvelopeFixture::SetUp();
-        synchronizer_ = NVMEnvelopeSynchronizer::withEnvelopeCacher(NVMRecordCacher::recordCacher(), service_);
+        synchronizer_ =
+            NVMEnvelopeSynchronizer::withEnvelopeCacher(NVMRecordCacher::recordCacher(), service_);
     }
     void TearDown() override {
         synchronizer_.reset();
@@ -51,10 +52,11 @@ TEST_F(SynchronizerTest, UploadsAllInOrderAndLeavesNothingBehind) {
     EXPECT_EQ(counts, (std::vector<std::size_t>{1, 2, 3}));
     EXPECT_TRUE(rowCounts().empty());
     EXPECT_TRUE(filesIn("ed").empty());
-    EXPECT_EQ(names(log), (std::vector<std::string>{"SyncingStarted", "SyncingWillDeleteEnvelope", "StatusDidChange",
-                                                    "SyncingSucceeded", "SyncingWillDeleteEnvelope", "StatusDidChange",
-                                                    "SyncingSucceeded", "SyncingWillDeleteEnvelope", "StatusDidChange",
-                                                    "SyncingSucceeded", "SyncingEnded"}));
+    EXPECT_EQ(names(log),
+              (std::vector<std::string>{"SyncingStarted", "SyncingWillDeleteEnvelope", "StatusDidChange",
+                                        "SyncingSucceeded", "SyncingWillDeleteEnvelope", "StatusDidChange",
+                                        "SyncingSucceeded", "SyncingWillDeleteEnvelope", "StatusDidChange",
+                                        "SyncingSucceeded", "SyncingEnded"}));
     const auto started = log.first(NVMEnvelopeSyncingStartedNotification);
     ASSERT_EQ(started.size(), 3u);
     EXPECT_EQ(started.at(ids[0])["templateId"], Value("template-1"));
@@ -83,8 +85,8 @@ TEST_F(SynchronizerTest, SendsWhatIsStored) {
         void lookUp(const std::vector<std::string>&, LookupCompletion) override {}
     };
     const auto id = cached(envelope());
-    const auto synchronizer =
-        NVMEnvelopeSynchronizer::withEnvelopeCacher(NVMRecordCacher::recordCacher(), std::make_shared<Spy>(sent));
+    const auto synchronizer = NVMEnvelopeSynchronizer::withEnvelopeCacher(NVMRecordCacher::recordCacher(),
+                                                                          std::make_shared<Spy>(sent));
     synchronizer->sync();
     synchronizer->waitUntilIdle();
     ASSERT_TRUE(sent);
@@ -118,12 +120,15 @@ TEST_F(SynchronizerTest, AFailureIsRecordedAndTheNextEnvelopeIsTried) {
 }
 
 TEST_F(SynchronizerTest, AnAnswerThatIsFinalEndsTheRun) {
-    for (const char* code : {"OFFLINE_SIGNING_NOT_ALLOWED", "RECIPIENT_UPDATE_FAILED", "INVALID_CLIENTUSERID", "SUCCESS"}) {
+    for (const char* code :
+         {"OFFLINE_SIGNING_NOT_ALLOWED", "RECIPIENT_UPDATE_FAILED", "INVALID_CLIENTUSERID", "SUCCESS"}) {
         const auto first = cached(envelope()), second = cached(envelope());
         service_->refusalCode = code;
         service_->outcomes = {Outcome::Refused};
         NotificationLog log;
         sync();
+        ASSERT_EQ(NVMEnvelopesHandler::cachedEnvelopeIds(), (std::vector<std::string>{first, second}))
+            << code;
         EXPECT_EQ(stored(first)->syncPending, 0) << code;
         EXPECT_EQ(stored(first)->pendingSyncRetriesCount(), 0);
         EXPECT_EQ(stored(second)->syncPending, 1);
@@ -244,8 +249,8 @@ TEST_F(SynchronizerTest, AnEnvelopeRemovedBeforeItsTurnIsPassedOver) {
     NotificationLog log;
     sync();
     EXPECT_EQ(service_->uploads(), 1);
-    EXPECT_EQ(log.count(NVMEnvelopeSyncingEndedNotification), 2u - log.count(NVMEnvelopeSyncingFailedNotification) - 0u)
-        << "after the first, and again after the second";
+    EXPECT_EQ(log.count(NVMEnvelopeSyncingFailedNotification), 0u);
+    EXPECT_EQ(log.count(NVMEnvelopeSyncingSucceededNotification), 1u);
     EXPECT_FALSE(synchronizer_->syncing());
 }
 

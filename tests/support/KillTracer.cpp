@@ -28,17 +28,17 @@ struct NamedCall {
 };
 
 constexpr std::array kCalls{
-    NamedCall{SYS_openat, "openat"},       NamedCall{SYS_write, "write"},
-    NamedCall{SYS_pwrite64, "pwrite64"},   NamedCall{SYS_writev, "writev"},
-    NamedCall{SYS_ftruncate, "ftruncate"}, NamedCall{SYS_fallocate, "fallocate"},
-    NamedCall{SYS_fsync, "fsync"},         NamedCall{SYS_fdatasync, "fdatasync"},
-    NamedCall{SYS_rename, "rename"},       NamedCall{SYS_renameat, "renameat"},
-    NamedCall{SYS_renameat2, "renameat2"}, NamedCall{SYS_unlink, "unlink"},
-    NamedCall{SYS_unlinkat, "unlinkat"},   NamedCall{SYS_link, "link"},
-    NamedCall{SYS_linkat, "linkat"},       NamedCall{SYS_mkdir, "mkdir"},
-    NamedCall{SYS_mkdirat, "mkdirat"},     NamedCall{SYS_rmdir, "rmdir"},
-    NamedCall{SYS_connect, "connect"},     NamedCall{SYS_sendto, "sendto"},
-    NamedCall{SYS_sendmsg, "sendmsg"},     NamedCall{SYS_recvfrom, "recvfrom"},
+    NamedCall{SYS_openat, "openat"},         NamedCall{SYS_write, "write"},
+    NamedCall{SYS_pwrite64, "pwrite64"},     NamedCall{SYS_writev, "writev"},
+    NamedCall{SYS_ftruncate, "ftruncate"},   NamedCall{SYS_fallocate, "fallocate"},
+    NamedCall{SYS_fsync, "fsync"},           NamedCall{SYS_fdatasync, "fdatasync"},
+    NamedCall{SYS_rename, "rename"},         NamedCall{SYS_renameat, "renameat"},
+    NamedCall{SYS_renameat2, "renameat2"},   NamedCall{SYS_unlink, "unlink"},
+    NamedCall{SYS_unlinkat, "unlinkat"},     NamedCall{SYS_link, "link"},
+    NamedCall{SYS_linkat, "linkat"},         NamedCall{SYS_mkdir, "mkdir"},
+    NamedCall{SYS_mkdirat, "mkdirat"},       NamedCall{SYS_rmdir, "rmdir"},
+    NamedCall{SYS_connect, "connect"},       NamedCall{SYS_sendto, "sendto"},
+    NamedCall{SYS_sendmsg, "sendmsg"},       NamedCall{SYS_recvfrom, "recvfrom"},
     NamedCall{SYS_exit_group, "exit_group"},
 };
 
@@ -62,10 +62,12 @@ void installFilter() {
     dup2(output, STDERR_FILENO);
     close(output);
     std::vector<char*> arguments;
-    for (const std::string& argument : command.arguments) arguments.push_back(const_cast<char*>(argument.c_str()));
+    for (const std::string& argument : command.arguments)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
     std::vector<char*> environment;
-    for (const std::string& entry : command.environment) environment.push_back(const_cast<char*>(entry.c_str()));
+    for (const std::string& entry : command.environment)
+        environment.push_back(const_cast<char*>(entry.c_str()));
     environment.push_back(nullptr);
     ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
     raise(SIGSTOP);
@@ -86,7 +88,9 @@ std::string textAt(pid_t process, unsigned long address) {
 class Tracing {
   public:
     Tracing(const KillTracer::Command& command, std::optional<KillPoint> killAt)
-        : root_(command.root), killAt_(killAt), main_(fork()) {
+        : root_(command.root)
+        , killAt_(killAt)
+        , main_(fork()) {
         if (main_ < 0) throw std::runtime_error("fork failed");
         if (main_ == 0) runChild(command);
     }
@@ -132,7 +136,9 @@ class Tracing {
         ptrace(PTRACE_CONT, thread, nullptr, signal);
     }
 
-    int number(pid_t thread) { return threads_.try_emplace(thread, static_cast<int>(threads_.size())).first->second; }
+    int number(pid_t thread) {
+        return threads_.try_emplace(thread, static_cast<int>(threads_.size())).first->second;
+    }
 
     bool reached(pid_t thread) {
         user_regs_struct registers{};

@@ -7,8 +7,8 @@
 
 namespace norvane::testing {
 
-/// A moment in a program's run: the entry of the `count`-th call (from 1) of one kind on one thread. Threads are
-/// numbered in the order in which they began, the main thread being 0.
+/// A moment in a program's run: the entry of the `count`-th call (from 1) of one kind on one thread. Threads
+/// are numbered in the order in which they began, the main thread being 0.
 struct KillPoint {
     int thread = 0;
     long call = 0;
@@ -17,9 +17,10 @@ struct KillPoint {
     std::string description() const; ///< "thread 2, pwrite64, 7"
 };
 
-/// Runs a program under ptrace and ends it with SIGKILL at a chosen system call. Only calls that change what is on
-/// disk or on the wire are points: between two of them the world stays the same, so that killing at a read, a
-/// close or a futex would only repeat the next point. Points count from the first file opened below `root`.
+/// Runs a program under ptrace and ends it with SIGKILL at a chosen system call. Only calls that change what
+/// is on disk or on the wire are points: between two of them the world stays the same, so that killing at a
+/// read, a close or a futex would only repeat the next point. Points count from the first file opened below
+/// `root`.
 class KillTracer {
   public:
     struct Command {

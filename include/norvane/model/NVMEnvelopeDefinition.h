@@ -66,7 +66,7 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
     /// Fills text, company and title tabs whose label matches a key as the set-up says; where several match,
     /// the last wins. Nothing when absent.
     void applyTabValueDefaults(const std::optional<TabValueDefaults>& defaults);
-    /// The step of one key; `comparison` as NVM_SETUP_TAB_DEFAULTS_COMPARISION lists them.
+    /// The step of one key; `matchingComparision` as NVM_SETUP_TAB_DEFAULTS_COMPARISION lists them.
     void applyDefaultsToTabsWithTabLabel(const std::string& key, std::uint64_t matchingComparision,
                                          const TabValueDefaults& defaults);
     /// Takes the record as it is when there is none yet; else merges its fields into those of the same name

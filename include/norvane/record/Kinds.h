@@ -1,5 +1,9 @@
 #pragma once
 
+#include <norvane/platform/Data.h>
+#include <norvane/platform/Date.h>
+#include <norvane/platform/Value.h>
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -7,23 +11,19 @@
 #include <utility>
 #include <vector>
 
-#include <norvane/platform/Data.h>
-#include <norvane/platform/Date.h>
-#include <norvane/platform/Value.h>
-
 /// The member types of records, by the names that field lists use. Nothing else may be a field of a record.
 namespace norvane::field {
 
-using Text = std::optional<std::string>;                  ///< UTF-8; may be absent
+using Text = std::optional<std::string>; ///< UTF-8; may be absent
 using Bool = bool;
 using Integer = std::int64_t;
-using Number = std::optional<double>;                     ///< boxed number; may be absent
+using Number = std::optional<double>; ///< boxed number; may be absent
 using Date = std::optional<norvane::Date>;
 using Bytes = std::optional<Data>;
 using TextList = std::optional<std::vector<std::string>>;
-using Any = std::optional<Value>;                         ///< passed through as it came
+using Any = std::optional<Value>; ///< passed through as it came
 template <class T>
-using Record = std::shared_ptr<T>;                        ///< shared sub-record; null when absent
+using Record = std::shared_ptr<T>; ///< shared sub-record; null when absent
 template <class T>
 using List = std::optional<std::vector<std::shared_ptr<T>>>; ///< elements are never null
 

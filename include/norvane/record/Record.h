@@ -1,5 +1,7 @@
 #pragma once
 
+#include <norvane/record/Kinds.h>
+
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -9,12 +11,23 @@
 #include <string_view>
 #include <type_traits>
 
-#include <norvane/record/Kinds.h>
-
 namespace norvane {
 
 /// What a field holds; each kind is one member type of Kinds.h.
-enum class FieldKind { Text, Bool, Integer, Number, DateTime, Bytes, TextList, Any, Record, List, Local, Rest };
+enum class FieldKind {
+    Text,
+    Bool,
+    Integer,
+    Number,
+    DateTime,
+    Bytes,
+    TextList,
+    Any,
+    Record,
+    List,
+    Local,
+    Rest
+};
 
 class RecordType;
 
@@ -28,8 +41,8 @@ inline bool sameWord(const char* a, const char* b) {
     return first == second;
 }
 
-/// Names are short and looked up by the ten thousand: cheaper than a call of memcmp. The last word may overlap the
-/// one before.
+/// Names are short and looked up by the ten thousand: cheaper than a call of memcmp. The last word may
+/// overlap the one before.
 inline bool sameName(std::string_view first, std::string_view second) {
     const std::size_t size = first.size();
     if (size != second.size()) return false;
@@ -40,7 +53,8 @@ inline bool sameName(std::string_view first, std::string_view second) {
             if (!sameWord<std::uint64_t>(a + at, b + at)) return false;
         return sameWord<std::uint64_t>(a + size - 8, b + size - 8);
     }
-    if (size >= 4) return sameWord<std::uint32_t>(a, b) && sameWord<std::uint32_t>(a + size - 4, b + size - 4);
+    if (size >= 4)
+        return sameWord<std::uint32_t>(a, b) && sameWord<std::uint32_t>(a + size - 4, b + size - 4);
     return first == second;
 }
 
@@ -64,7 +78,8 @@ struct ReferenceAccess {
 
 /// One row of a record's table.
 struct Field {
-    std::string_view name; ///< the property's name; a trailing underscore that avoids a C++ keyword is dropped
+    std::string_view
+        name; ///< the property's name; a trailing underscore that avoids a C++ keyword is dropped
     FieldKind kind;
     void* (*member)(void* record);
     const ReferenceAccess* reference; ///< Record and List only
@@ -81,13 +96,17 @@ struct Field {
     }
 };
 
-/// A record's table: its name, its fields in declaration order (a base record's first where it stands first in
-/// the list), an index of their names and how to make a record. Tables live for ever; look-ups are thread-safe.
+/// A record's table: its name, its fields in declaration order (a base record's first where it stands first
+/// in the list), an index of their names and how to make a record. Tables live for ever; look-ups are
+/// thread-safe.
 class RecordType {
   public:
     constexpr RecordType(std::string_view recordName, std::span<const Field> fieldRows,
                          std::span<const std::uint8_t> nameSlots, std::shared_ptr<void> (*maker)())
-        : name_(recordName), fields_(fieldRows), slots_(nameSlots), make_(maker) {}
+        : name_(recordName)
+        , fields_(fieldRows)
+        , slots_(nameSlots)
+        , make_(maker) {}
 
     constexpr std::string_view name() const { return name_; }
     constexpr std::span<const Field> fields() const { return fields_; }
@@ -96,7 +115,7 @@ class RecordType {
     /// found): records mostly arrive in the order of their table.
     const Field* find(std::string_view name, std::size_t hint = 0) const {
         return hint < fields_.size() && detail::sameName(fields_[hint].name, name) ? &fields_[hint]
-                                                                                    : findByHash(name);
+                                                                                   : findByHash(name);
     }
 
   private:
@@ -114,14 +133,15 @@ class RecordType {
 void copyLikeNamedFields(const RecordType& fromType, const void* from, const RecordType& toType, void* to,
                          std::span<const std::string_view> except = {});
 
-/// Copies one field as `copyLikeNamedFields` does, whatever the two names; false, and nothing changes, where the
-/// kinds do not allow it.
+/// Copies one field as `copyLikeNamedFields` does, whatever the two names; false, and nothing changes, where
+/// the kinds do not allow it.
 bool copyField(const Field& fromField, const void* from, const Field& toField, void* to);
 
 /// Field by field, sub-records by content.
 bool equalRecords(const RecordType& type, const void* a, const void* b);
 
-/// Whether the field holds anything: text, number, date, bytes and lists when present, Bool and Integer always.
+/// Whether the field holds anything: text, number, date, bytes and lists when present, Bool and Integer
+/// always.
 bool hasValue(const Field& field, const void* record);
 
 /// A scalar field as a boxed value; null when absent and for Record and List fields.
@@ -131,11 +151,11 @@ namespace detail {
 
 template <class T>
 struct KindOf;
-#define NORVANE_KIND(TYPE, KIND)                                                                                       \
-    template <>                                                                                                        \
-    struct KindOf<field::TYPE> {                                                                                       \
-        static constexpr FieldKind kind = FieldKind::KIND;                                                             \
-        static constexpr const ReferenceAccess* reference = nullptr;                                                   \
+#define NORVANE_KIND(TYPE, KIND)                                                                             \
+    template <>                                                                                              \
+    struct KindOf<field::TYPE> {                                                                             \
+        static constexpr FieldKind kind = FieldKind::KIND;                                                   \
+        static constexpr const ReferenceAccess* reference = nullptr;                                         \
     };
 NORVANE_KIND(Text, Text)
 NORVANE_KIND(Bool, Bool)
@@ -211,8 +231,8 @@ constexpr std::string_view fieldName(std::string_view member) {
 template <class R, auto MEMBER>
 constexpr Field makeField(std::string_view name) {
     using Kind = KindOf<std::remove_reference_t<decltype(std::declval<R&>().*MEMBER)>>;
-    return {fieldName(name), Kind::kind, [](void* record) -> void* { return &(static_cast<R*>(record)->*MEMBER); },
-            Kind::reference};
+    return {fieldName(name), Kind::kind,
+            [](void* record) -> void* { return &(static_cast<R*>(record)->*MEMBER); }, Kind::reference};
 }
 
 inline constexpr std::uint8_t kEmptySlot = 255;
@@ -221,7 +241,9 @@ inline constexpr std::uint8_t kEmptySlot = 255;
 constexpr std::size_t nameHash(std::string_view name) {
     const std::size_t size = name.size();
     if (size == 0) return 0;
-    const auto at = [&](std::size_t index) { return static_cast<std::size_t>(static_cast<unsigned char>(name[index])); };
+    const auto at = [&](std::size_t index) {
+        return static_cast<std::size_t>(static_cast<unsigned char>(name[index]));
+    };
     return size * 131 + at(0) * 31 + at(size / 3) * 7 + at(size / 2) * 17 + at(size - 1) * 61;
 }
 
@@ -233,7 +255,8 @@ constexpr auto indexNames(const Field (&fields)[COUNT]) {
     slots.fill(kEmptySlot);
     for (std::size_t number = 0; number < COUNT; ++number) {
         std::size_t slot = nameHash(fields[number].name) % slots.size();
-        while (slots[slot] != kEmptySlot) slot = (slot + 1) % slots.size();
+        while (slots[slot] != kEmptySlot)
+            slot = (slot + 1) % slots.size();
         slots[slot] = static_cast<std::uint8_t>(number);
     }
     return slots;
@@ -251,17 +274,17 @@ constexpr auto indexNames(const Field (&fields)[COUNT]) {
 #define NORVANE_DECLARE_FIELD(R, KIND, NAME) ::norvane::field::KIND NAME{};
 #define NORVANE_DESCRIBE_FIELD(R, KIND, NAME) ::norvane::detail::makeField<R, &R::NAME>(#NAME),
 
-#define NORVANE_RECORD(R, FIELDS)                                                                                      \
-    FIELDS(NORVANE_DECLARE_FIELD, R)                                                                                   \
+#define NORVANE_RECORD(R, FIELDS)                                                                            \
+    FIELDS(NORVANE_DECLARE_FIELD, R)                                                                         \
     static const ::norvane::RecordType& type();
 
-#define NORVANE_TABLE(R, FIELDS)                                                                                       \
-    const ::norvane::RecordType& R::type() {                                                                           \
-        static constexpr ::norvane::Field fields[] = {FIELDS(NORVANE_DESCRIBE_FIELD, R)};                              \
-        static constexpr auto slots = ::norvane::detail::indexNames(fields);                                           \
-        static constexpr ::norvane::RecordType table(                                                                  \
-            #R, fields, slots, []() -> std::shared_ptr<void> { return std::make_shared<R>(); });                              \
-        return table;                                                                                                  \
+#define NORVANE_TABLE(R, FIELDS)                                                                             \
+    const ::norvane::RecordType& R::type() {                                                                 \
+        static constexpr ::norvane::Field fields[] = {FIELDS(NORVANE_DESCRIBE_FIELD, R)};                    \
+        static constexpr auto slots = ::norvane::detail::indexNames(fields);                                 \
+        static constexpr ::norvane::RecordType table(                                                        \
+            #R, fields, slots, []() -> std::shared_ptr<void> { return std::make_shared<R>(); });             \
+        return table;                                                                                        \
     }
 
 } // namespace norvane

@@ -7,9 +7,10 @@ namespace norvane {
 
 inline constexpr std::string_view kRecordErrorDomain = "NorvaneRecordErrorDomain";
 
-/// Fills a record from a dictionary by its table, as a tool or a test writes records down: numbers and Booleans as
-/// such, dates as "YYYY-MM-DDThh:mm:ss.sssZ", bytes in base64, sub-records as dictionaries, lists as arrays; null is
-/// absent. A member that the table does not name, or of the wrong kind, is an error that names it, with its path
+/// Fills a record from a dictionary by its table, as a tool or a test writes records down: numbers and
+/// Booleans as such, dates as "YYYY-MM-DDThh:mm:ss.sssZ", bytes in base64, sub-records as dictionaries, lists
+/// as arrays; null is absent. A member that the table does not name, or of the wrong kind, is an error that
+/// names it, with its path
 /// ("recipientDefaults[1].recipientName"); what came before it is filled in.
 Failure fillRecord(const RecordType& type, void* record, const Dictionary& values);
 

@@ -1,14 +1,14 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+#include <norvane/signing/NVMSigningMode.h>
+#include <norvane/store/EnvelopeSummary.h>
+
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
-
-#include <norvane/platform/Result.h>
-#include <norvane/signing/NVMSigningMode.h>
-#include <norvane/store/EnvelopeSummary.h>
 
 namespace norvane {
 
@@ -16,7 +16,8 @@ struct Notification;
 struct NVMEnvelopeDefinition;
 struct NVMRecipient;
 
-/// Told by NVMEnvelopesManager how an offline signing goes on, on the thread that signs. Each callback may be left out.
+/// Told by NVMEnvelopesManager how an offline signing goes on, on the thread that signs. Each callback may be
+/// left out.
 class NVMOfflineSigningDelegate {
   public:
     using Envelope = std::shared_ptr<const NVMEnvelopeDefinition>;
@@ -24,8 +25,9 @@ class NVMOfflineSigningDelegate {
 
     virtual ~NVMOfflineSigningDelegate() = default;
     /// One of the recipients is about to be chosen.
-    virtual void willShowSelectRecipientAmongCurrentRecipientsOfflineSigningEnvelope(const std::vector<Recipient>&,
-                                                                                     const Envelope&) {}
+    virtual void
+    willShowSelectRecipientAmongCurrentRecipientsOfflineSigningEnvelope(const std::vector<Recipient>&,
+                                                                        const Envelope&) {}
     virtual void recipientWillBeginOfflineSigningEnvelope(const Recipient&, const Envelope&) {}
     virtual void recipientDidEndOfflineSigningEnvelope(const Recipient&, const Envelope&) {}
 };
@@ -34,7 +36,8 @@ class NVMOfflineSigningDelegate {
 class NVMEnvelopeCompositionScreens {
   public:
     virtual ~NVMEnvelopeCompositionScreens() = default;
-    virtual void composeEnvelope(bool resumeWithDraft, bool animated, std::function<void(Failure)> completion) = 0;
+    virtual void composeEnvelope(bool resumeWithDraft, bool animated,
+                                 std::function<void(Failure)> completion) = 0;
     virtual void editRecipients(const std::string& envelopeId, bool animated,
                                 std::function<void(Failure)> completion) = 0;
 };
@@ -43,8 +46,8 @@ class NVMEnvelopeCompositionScreens {
 inline constexpr std::string_view NVMPresentEditRecipientsControllerNotification =
     "NVMPresentEditRecipientsControllerNotification";
 
-/// The envelopes kept on the device, for the host. Any thread may call. Unless the kit is set up and signed in, and
-/// for an identifier that is no UUID, operations do nothing and find nothing.
+/// The envelopes kept on the device, for the host. Any thread may call. Unless the kit is set up and signed
+/// in, and for an identifier that is no UUID, operations do nothing and find nothing.
 class NVMEnvelopesManager {
   public:
     /// Listens from now on for its delegate.

@@ -14,8 +14,8 @@ class NVMNativeSigningEnvelopeHandler {
     const std::shared_ptr<NVMEnvelopeDefinition>& envelope() const { return envelope_; }
     void setEnvelope(std::shared_ptr<NVMEnvelopeDefinition> envelope);
 
-    /// Deletes the files of the envelope's documents and of its combined document. Documents without a path are
-    /// skipped, a missing file is no error; the record itself stays.
+    /// Deletes the files of the envelope's documents and of its combined document. Documents without a path
+    /// are skipped, a missing file is no error; the record itself stays.
     void clearEnvelope();
 
   private:

@@ -1,16 +1,16 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+#include <norvane/signature/Image.h>
+#include <norvane/signing/NVMNativeSigningEnvelopeHandler.h>
+#include <norvane/signing/NativeSigningView.h>
+
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <norvane/platform/Result.h>
-#include <norvane/signature/Image.h>
-#include <norvane/signing/NVMNativeSigningEnvelopeHandler.h>
-#include <norvane/signing/NativeSigningView.h>
 
 namespace norvane {
 
@@ -21,18 +21,18 @@ struct NVMEnvelopeDefinition;
 struct NVMRecipient;
 struct NVMTab;
 
-/// Walks the recipients of an envelope through signing it on the device: whose turn it is, what each tab shows,
-/// what is still missing, and at the end the finished envelope in the cache, in line for upload. State and rules
-/// only; what the person sees is the view's. Everything runs on the main queue: calls from elsewhere are a
-/// programming error.
+/// Walks the recipients of an envelope through signing it on the device: whose turn it is, what each tab
+/// shows, what is still missing, and at the end the finished envelope in the cache, in line for upload. State
+/// and rules only; what the person sees is the view's. Everything runs on the main queue: calls from
+/// elsewhere are a programming error.
 class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNativeSigningViewController> {
   public:
-    /// How a signing ended: the envelope's transaction id once it is cached, else why it is not. A signing that
-    /// the person discarded ends with `cancelledError`.
+    /// How a signing ended: the envelope's transaction id once it is cached, else why it is not. A signing
+    /// that the person discarded ends with `cancelledError`.
     using Completion = std::function<void(Result<std::string>)>;
 
-    /// Makes the screen's controller. An error when the envelope has no combined document or that is no PDF. The
-    /// completion runs exactly once, when the screen has closed.
+    /// Makes the screen's controller. An error when the envelope has no combined document or that is no PDF.
+    /// The completion runs exactly once, when the screen has closed.
     static Result<std::shared_ptr<NVMNativeSigningViewController>>
     viewControllerForEnvelope(std::shared_ptr<NVMEnvelopeDefinition> envelope,
                               std::shared_ptr<NativeSigningView> view, Completion completion);
@@ -70,8 +70,8 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
 
   private:
     NVMNativeSigningViewController(std::shared_ptr<NVMEnvelopeDefinition> envelope,
-                                   std::shared_ptr<PdfDocument> document, std::shared_ptr<NativeSigningView> view,
-                                   Completion completion);
+                                   std::shared_ptr<PdfDocument> document,
+                                   std::shared_ptr<NativeSigningView> view, Completion completion);
 
     // Choosing and handing over.
     void setupWithEnvelope();

@@ -4,8 +4,8 @@
 
 namespace norvane {
 
-/// The signing mode that the host chose for the envelope in hand. One instance for the process; it keeps the last
-/// mode set. Main queue only: the mode is not locked.
+/// The signing mode that the host chose for the envelope in hand. One instance for the process; it keeps the
+/// last mode set. Main queue only: the mode is not locked.
 class NVMSigningModeContext {
   public:
     static NVMSigningModeContext& sharedInstance() {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/pdf/AnnotationView.h>
+
 #include <memory>
 #include <string>
 #include <vector>
-
-#include <norvane/pdf/AnnotationView.h>
 
 namespace norvane {
 
@@ -20,11 +20,10 @@ struct ConsumerDisclosure {
     std::string recipientName;
 };
 
-/// The screen of offline signing, as its controller sees it. Every call comes on the main queue and returns at
-/// once; answers go to the controller's entry points, on the main queue, never inside the call.
+/// The screen of offline signing, as its controller sees it. Every call comes on the main queue and returns
+/// at once; answers go to the controller's entry points, on the main queue, never inside the call.
 class NativeSigningView : public AnnotationView {
   public:
-
     virtual void showTitle(const std::string& title) = 0;
     virtual void showFinishButton(const std::string& title, bool enabled) = 0;
     virtual void showPoweredBy(const std::string& label, bool visible) = 0;
@@ -37,7 +36,8 @@ class NativeSigningView : public AnnotationView {
     /// Answered by `signatureCaptureDidFinishWithSignature`, `...WithInitials` or `signatureCaptureCanceled`.
     virtual void showSignatureCapture(bool initials) = 0;
     /// An in-place editor over the annotation; each change goes to `textViewDidChange`.
-    virtual void showTextEditor(const std::shared_ptr<NVMPDFBaseAnnotation>& annotation, const std::string& text) = 0;
+    virtual void showTextEditor(const std::shared_ptr<NVMPDFBaseAnnotation>& annotation,
+                                const std::string& text) = 0;
     virtual void endEditing() = 0;
     /// Brings a place into view: the page from 1 within the combined PDF, points from the page's top.
     virtual void scrollTo(int pageNumber, double originY) = 0;

@@ -1,14 +1,14 @@
 #pragma once
 
+#include <norvane/platform/NVMError.h>
+#include <norvane/platform/Value.h>
+#include <norvane/signing/NVMSigningMode.h>
+
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <norvane/platform/NVMError.h>
-#include <norvane/platform/Value.h>
-#include <norvane/signing/NVMSigningMode.h>
 
 namespace norvane {
 
@@ -39,8 +39,8 @@ Dictionary nvm_userInfoWithRecipient(const std::shared_ptr<NVMRecipient>& recipi
 Dictionary nvm_userInfoWithRecipients(const std::vector<std::shared_ptr<NVMRecipient>>& recipients,
                                       const std::shared_ptr<NVMEnvelopeDefinition>& envelope);
 
-/// All of these post synchronously on the platform's notification centre, on the calling thread. `screen` is the
-/// presenting screen, the notification's object; it may be null.
+/// All of these post synchronously on the platform's notification centre, on the calling thread. `screen` is
+/// the presenting screen, the notification's object; it may be null.
 void nvm_notifySigningComplete(const std::optional<std::string>& envelopeId,
                                const std::optional<std::string>& templateId, NVMSigningMode mode,
                                const Value& screen);
@@ -48,7 +48,8 @@ void nvm_notifySigningCancelled(const std::optional<std::string>& envelopeId,
                                 const std::optional<std::string>& templateId, NVMSigningMode mode,
                                 const Value& screen);
 /// `additionalDetail` stands under "additionalDetails" when given.
-void nvm_notifyOfflineEnvelopeSigningError(const NVMError& error, const std::optional<std::string>& envelopeId,
+void nvm_notifyOfflineEnvelopeSigningError(const NVMError& error,
+                                           const std::optional<std::string>& envelopeId,
                                            const std::optional<std::string>& templateId,
                                            const std::optional<std::string>& additionalDetail = std::nullopt);
 void nvm_notifyFoundReadonlyAndRequiredTabsWithInvalidDefaults(const NVMError& error,

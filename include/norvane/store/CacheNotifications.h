@@ -4,10 +4,11 @@
 
 namespace norvane {
 
-// Notifications of the envelope cache and the synchroniser: posted on the thread that did the work, without an
-// object, after what they tell of is on disk.
+// Notifications of the envelope cache and the synchroniser: posted on the thread that did the work, without
+// an object, after what they tell of is on disk.
 
-/// An envelope was stored. "envelopeId" holds its transaction identifier, deliberately; "templateId" when present.
+/// An envelope was stored. "envelopeId" holds its transaction identifier, deliberately; "templateId" when
+/// present.
 inline constexpr std::string_view NVMEnvelopeCachedNotification = "NVMEnvelopeCachedNotification";
 /// It was not: the same, and "error".
 inline constexpr std::string_view NVMEnvelopeCacheFailedNotification = "NVMEnvelopeCacheFailedNotification";
@@ -26,14 +27,16 @@ inline constexpr std::string_view NVMEnvelopeStatusDidChangeNotification =
 
 /// A run of uploads starts: for each envelope, under its transaction identifier, {"envelopeId", "templateId",
 /// "transactionId"}; what is absent is the empty text.
-inline constexpr std::string_view NVMEnvelopeSyncingStartedNotification = "NVMEnvelopeSyncingStartedNotification";
+inline constexpr std::string_view NVMEnvelopeSyncingStartedNotification =
+    "NVMEnvelopeSyncingStartedNotification";
 /// An envelope was uploaded and its local copy is about to go. This and the next two carry the envelope's own
 /// user information, "cacheURI", "templateId" and "transactionId".
 inline constexpr std::string_view NVMEnvelopeSyncingWillDeleteEnvelopeNotification =
     "NVMEnvelopeSyncingWillDeleteEnvelopeNotification";
 inline constexpr std::string_view NVMEnvelopeSyncingSucceededNotification =
     "NVMEnvelopeSyncingSucceededNotification";
-inline constexpr std::string_view NVMEnvelopeSyncingFailedNotification = "NVMEnvelopeSyncingFailedNotification";
+inline constexpr std::string_view NVMEnvelopeSyncingFailedNotification =
+    "NVMEnvelopeSyncingFailedNotification";
 /// Nothing waits any more, or the run was cancelled.
 inline constexpr std::string_view NVMEnvelopeSyncingEndedNotification = "NVMEnvelopeSyncingEndedNotification";
 

@@ -1,22 +1,22 @@
 #pragma once
 
+#include <norvane/platform/Files.h>
+
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include <norvane/platform/Files.h>
-
 namespace norvane {
 
 // Document files live in folders below the documents folder: "/userId/ed" for envelopes, "/userId/td" for
-// templates, "/userId/thumbnails". "/userId" is a fixed name, not a user's. Paths kept in rows are relative to the
-// documents folder ("/userId/ed/<UUID>.pdf").
+// templates, "/userId/thumbnails". "/userId" is a fixed name, not a user's. Paths kept in rows are relative
+// to the documents folder ("/userId/ed/<UUID>.pdf").
 //
 // A file comes before its row and goes after it: its name is on record in the store before it is written, and
-// from the moment its row is removed. What a process that ended in between left is removed by the next set-up,
-// so a file that no saved row names lasts only as long as the process that wrote it. All of these need an open
-// default store to write; any thread may call, and calls block.
+// from the moment its row is removed. What a process that ended in between left is removed by the next
+// set-up, so a file that no saved row names lasts only as long as the process that wrote it. All of these
+// need an open default store to write; any thread may call, and calls block.
 
 std::string NVM_getUserDirectoryPath(); ///< "<documents>/userId"
 std::string NVM_getUserDirectoryPathWithFolder(std::string_view folder);
@@ -43,12 +43,14 @@ Result<Data> NVM_verifiedDataWithPath(std::string_view path, const std::optional
 Failure NVM_verifyDocumentWithPath(std::string_view path, const std::optional<std::string>& sha256,
                                    std::string_view documentName);
 
-/// Writes the bytes to a relative path, durably and readable for this user alone (no cipher of the kit's own),
-/// after making the folder. An error leaves nothing behind.
+/// Writes the bytes to a relative path, durably and readable for this user alone (no cipher of the kit's
+/// own), after making the folder. An error leaves nothing behind.
 Failure NVM_encryptedWriteToFile(const Data& bytes, const std::string& path, std::string_view folder);
-Failure NVM_encryptedWriteTemplateDocument(const Data& bytes, const std::string& path, std::string_view folder);
+Failure NVM_encryptedWriteTemplateDocument(const Data& bytes, const std::string& path,
+                                           std::string_view folder);
 /// Brings a file to a relative path without reading it into memory: moved, or as a second name of its own.
-Failure NVM_moveDocumentFile(const std::filesystem::path& from, const std::string& path, std::string_view folder);
+Failure NVM_moveDocumentFile(const std::filesystem::path& from, const std::string& path,
+                             std::string_view folder);
 Failure NVM_linkOrCopyDocumentFile(const std::filesystem::path& from, const std::string& path,
                                    std::string_view folder);
 

@@ -1,13 +1,13 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <norvane/platform/Result.h>
 
 namespace norvane {
 

@@ -1,25 +1,25 @@
 #pragma once
 
+#include <norvane/platform/Value.h>
+#include <norvane/record/Record.h>
+
 #include <cstddef>
 #include <optional>
 #include <string_view>
 #include <vector>
 
-#include <norvane/platform/Value.h>
-#include <norvane/record/Record.h>
-
 namespace norvane {
 
-/// What to fetch: one entity's rows that meet all conditions. Columns are attributes of the entity, or the names
-/// of its inverse relationships, whose value is the row number of the owner. A column that the entity lacks is
-/// a programming error: running the request throws NVMException.
+/// What to fetch: one entity's rows that meet all conditions. Columns are attributes of the entity, or the
+/// names of its inverse relationships, whose value is the row number of the owner. A column that the entity
+/// lacks is a programming error: running the request throws NVMException.
 class FetchRequest {
   public:
     enum class Match {
-        Equal,              ///< a null value asks for absent ones
-        NotEqual,           ///< absent ones are not equal to a value
-        EqualIgnoringCase,  ///< of ASCII letters
-        NotEmpty,           ///< a text with at least one character; the value is not looked at
+        Equal,             ///< a null value asks for absent ones
+        NotEqual,          ///< absent ones are not equal to a value
+        EqualIgnoringCase, ///< of ASCII letters
+        NotEmpty,          ///< a text with at least one character; the value is not looked at
     };
     struct Condition {
         std::string_view column; ///< of static life

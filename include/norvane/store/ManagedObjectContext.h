@@ -1,13 +1,13 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+#include <norvane/store/FetchRequest.h>
+#include <norvane/store/NVMManagedObject.h>
+
 #include <cstddef>
 #include <memory>
 #include <string_view>
 #include <vector>
-
-#include <norvane/platform/Result.h>
-#include <norvane/store/FetchRequest.h>
-#include <norvane/store/NVMManagedObject.h>
 
 namespace norvane {
 
@@ -35,7 +35,8 @@ class ManagedObjectContext {
         if (!found) return found.error();
         std::vector<std::shared_ptr<T>> objects;
         objects.reserve(found->size());
-        for (auto& object : *found) objects.push_back(std::static_pointer_cast<T>(std::move(object)));
+        for (auto& object : *found)
+            objects.push_back(std::static_pointer_cast<T>(std::move(object)));
         return objects;
     }
     /// Null when nothing meets the request.
@@ -55,13 +56,13 @@ class ManagedObjectContext {
     Result<std::vector<ManagedObjectID>> fetchIDs(const FetchRequest& request) const;
     Result<std::size_t> count(const FetchRequest& request) const;
     /// The given columns of each row, in order, without loading objects. Absent ones are null.
-    Result<std::vector<std::vector<Value>>> fetchProperties(const FetchRequest& request,
-                                                            const std::vector<std::string_view>& columns) const;
+    Result<std::vector<std::vector<Value>>>
+    fetchProperties(const FetchRequest& request, const std::vector<std::string_view>& columns) const;
 
     // Changing.
 
-    /// Adds the object and all that it owns; `save` gives them their identifiers. An entity that others own is
-    /// inserted with its owner: by itself it throws NVMException.
+    /// Adds the object and all that it owns; `save` gives them their identifiers. An entity that others own
+    /// is inserted with its owner: by itself it throws NVMException.
     template <class T>
     void insert(std::shared_ptr<T> object) {
         insertErased(T::type(), std::move(object));
@@ -88,8 +89,8 @@ class ManagedObjectContext {
 
     bool hasChanges() const;
     void rollback(); ///< forgets the changes
-    /// Writes the changes in the order in which they were made, in one transaction. After an error the store is
-    /// as it was and the changes are forgotten; objects to insert have no identifiers then.
+    /// Writes the changes in the order in which they were made, in one transaction. After an error the store
+    /// is as it was and the changes are forgotten; objects to insert have no identifiers then.
     Failure save();
 
   private:

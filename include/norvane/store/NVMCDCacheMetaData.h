@@ -6,8 +6,8 @@
 #include <norvane/platform/Result.h>
 #include <norvane/store/NVMManagedObject.h>
 
-// The bookkeeping of the caches. Members are the attributes and the relationships that lead to what a row owns;
-// a number that stands for a Boolean is 1 or 0.
+// The bookkeeping of the caches. Members are the attributes and the relationships that lead to what a row
+// owns; a number that stands for a Boolean is 1 or 0.
 // clang-format off: a field list is a table.
 namespace norvane {
 

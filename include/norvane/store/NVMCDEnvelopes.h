@@ -9,8 +9,8 @@
 #include <norvane/store/NVMCDSettings.h>
 #include <norvane/store/NVMManagedObject.h>
 
-// Envelopes as they are stored. Members are the attributes and the relationships that lead to what a row owns;
-// a number that stands for a Boolean is 1 or 0.
+// Envelopes as they are stored. Members are the attributes and the relationships that lead to what a row
+// owns; a number that stands for a Boolean is 1 or 0.
 // clang-format off: a field list is a table.
 namespace norvane {
 
@@ -56,8 +56,8 @@ struct NVMCDTemplateRole : NVMManagedObject {
     FIELD(R, Record<NVMCDLockInformation>, lockInformation) \
     FIELD(R, Record<NVMCDNotification>, notification)
 
-/// A stored envelope: made on this device or kept from the service. `syncPending` marks one that waits for its
-/// upload; until the service answers, `envelopeId` holds the `transactionId`.
+/// A stored envelope: made on this device or kept from the service. `syncPending` marks one that waits for
+/// its upload; until the service answers, `envelopeId` holds the `transactionId`.
 struct NVMCDEnvelopeDefinition : NVMManagedObject {
     NVMCD_ENTITY(NVMCDEnvelopeDefinition, NVMCD_ENVELOPE_DEFINITION_FIELDS)
 

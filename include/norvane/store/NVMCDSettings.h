@@ -4,8 +4,8 @@
 #include <norvane/store/NVMCDTabs.h>
 #include <norvane/store/NVMManagedObject.h>
 
-// Settings of envelopes and templates as they are stored. Members are the attributes and the relationships that lead to what a row owns;
-// a number that stands for a Boolean is 1 or 0.
+// Settings of envelopes and templates as they are stored. Members are the attributes and the relationships
+// that lead to what a row owns; a number that stands for a Boolean is 1 or 0.
 // clang-format off: a field list is a table.
 namespace norvane {
 

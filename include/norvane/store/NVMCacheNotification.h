@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/platform/NVMError.h>
+
 #include <optional>
 #include <string>
 #include <utility>
-
-#include <norvane/platform/NVMError.h>
 
 namespace norvane {
 

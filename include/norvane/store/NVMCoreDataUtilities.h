@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+#include <norvane/store/NVMManagedObject.h>
+
 #include <memory>
 #include <unordered_set>
 #include <vector>
-
-#include <norvane/platform/Result.h>
-#include <norvane/store/NVMManagedObject.h>
 
 namespace norvane {
 
@@ -24,14 +24,16 @@ class NVMCoreDataUtilities {
         return ids;
     }
 
-    /// The objects that the default context can load, as they are stored now; the others are skipped. `error`, if
-    /// given, gets the last failure.
+    /// The objects that the default context can load, as they are stored now; the others are skipped.
+    /// `error`, if given, gets the last failure.
     template <class T>
     static std::vector<std::shared_ptr<T>>
-    managedObjectsForManagedObjectIDs(const std::unordered_set<ManagedObjectID>& ids, Failure* error = nullptr) {
+    managedObjectsForManagedObjectIDs(const std::unordered_set<ManagedObjectID>& ids,
+                                      Failure* error = nullptr) {
         std::vector<std::shared_ptr<T>> objects;
         for (const auto& id : ids)
-            if (auto object = load(id, T::type(), error)) objects.push_back(std::static_pointer_cast<T>(object));
+            if (auto object = load(id, T::type(), error))
+                objects.push_back(std::static_pointer_cast<T>(object));
         return objects;
     }
 

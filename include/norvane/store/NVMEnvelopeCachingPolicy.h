@@ -1,14 +1,14 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+#include <norvane/store/NVMManagedObject.h>
+
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <norvane/platform/Result.h>
-#include <norvane/store/NVMManagedObject.h>
 
 namespace norvane {
 
@@ -35,7 +35,8 @@ class NVMEnvelopeCachingPolicy {
     std::vector<std::shared_ptr<NVMCDEnvelopeDefinition>>
     cachedRecordsFromLocalStorageWithPredicate(const FetchRequest& predicate) const;
     /// By `envelopeId`, else by `transactionId`, ignoring case; null when neither matches.
-    static std::shared_ptr<NVMCDEnvelopeDefinition> cachedRecordFromLocalStorageForId(const std::string& recordId);
+    static std::shared_ptr<NVMCDEnvelopeDefinition>
+    cachedRecordFromLocalStorageForId(const std::string& recordId);
     /// Does nothing and never calls its completion, deliberately: nothing is downloaded in this kit.
     void cacheRecordForID(const std::string& recordId, std::function<void(Failure)> completionBlock);
     /// Fetches the cached envelopes once, by `statusChangedDateTime`.

@@ -1,5 +1,11 @@
 #pragma once
 
+#include <norvane/platform/Executors.h>
+#include <norvane/platform/Result.h>
+#include <norvane/store/EnvelopeUploader.h>
+#include <norvane/store/NVMManagedObject.h>
+#include <norvane/store/NVMRecordCacher.h>
+
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -7,23 +13,17 @@
 #include <string>
 #include <vector>
 
-#include <norvane/platform/Executors.h>
-#include <norvane/platform/Result.h>
-#include <norvane/store/EnvelopeUploader.h>
-#include <norvane/store/NVMManagedObject.h>
-#include <norvane/store/NVMRecordCacher.h>
-
 namespace norvane {
 
 struct NVMCDEnvelopeDefinition;
 
-/// Uploads the pending envelopes of the default store, one after another: those with a transaction identifier that
-/// wait for upload and are no drafts. A run ends when each envelope that it started with has its outcome. An
-/// uploaded envelope leaves the store; a failed one stays for the next run, unless the service's answer was final.
-/// Runs start only when asked for. Any thread may call.
+/// Uploads the pending envelopes of the default store, one after another: those with a transaction identifier
+/// that wait for upload and are no drafts. A run ends when each envelope that it started with has its
+/// outcome. An uploaded envelope leaves the store; a failed one stays for the next run, unless the service's
+/// answer was final. Runs start only when asked for. Any thread may call.
 ///
-/// An envelope keeps its transaction identifier through all attempts. An attempt is on record before it is sent,
-/// and while its outcome is unknown the next run asks the service before it sends again.
+/// An envelope keeps its transaction identifier through all attempts. An attempt is on record before it is
+/// sent, and while its outcome is unknown the next run asks the service before it sends again.
 class NVMEnvelopeSynchronizer : public RecordSynchronizing,
                                 public std::enable_shared_from_this<NVMEnvelopeSynchronizer> {
   public:
@@ -56,9 +56,10 @@ class NVMEnvelopeSynchronizer : public RecordSynchronizing,
     void waitUntilIdle();
 
     /// The transaction identifier, else the envelope identifier, else empty.
-    static std::string transactionIdPreferredOverEnvelopeIdForEnvelope(const NVMCDEnvelopeDefinition& envelope);
-    static Dictionary userInfoWithEnvelopeIdTemplateIdTransactionIdForEnvelope(
-        const NVMCDEnvelopeDefinition& envelope);
+    static std::string
+    transactionIdPreferredOverEnvelopeIdForEnvelope(const NVMCDEnvelopeDefinition& envelope);
+    static Dictionary
+    userInfoWithEnvelopeIdTemplateIdTransactionIdForEnvelope(const NVMCDEnvelopeDefinition& envelope);
     std::vector<ManagedObjectID> pendingEnvelopeObjectIDs() const;
 
   private:
@@ -69,9 +70,8 @@ class NVMEnvelopeSynchronizer : public RecordSynchronizing,
     void syncWithPendingEnvelopeObjectIds(const std::vector<ManagedObjectID>& ids);
     using Runs = std::vector<std::shared_ptr<EnvelopeRun>>;
     Runs runsForObjectIDs(const std::vector<ManagedObjectID>& ids) const;
-    void startSync(const Runs& runs, std::size_t cancellations);
-    std::vector<std::shared_ptr<Operation>>
-    pushPendingEnvelopeOperations(const Runs& runs);
+    void startSync(const Runs& runs);
+    std::vector<std::shared_ptr<Operation>> pushPendingEnvelopeOperations(const Runs& runs);
     std::size_t cancellations() const;
     void syncEnvelope(EnvelopeRun& run);
     void uploadFailed(EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope);

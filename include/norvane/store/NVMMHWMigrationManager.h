@@ -1,5 +1,7 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -7,8 +9,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include <norvane/platform/Result.h>
 
 namespace norvane {
 
@@ -21,14 +21,15 @@ struct MappingModel {
     std::string name; ///< "NorvaneSDK1_to_NorvaneSDK2"
     int sourceVersion;
     int destinationVersion;
-    /// Writes the new store to the second path, which is free, from the one at the first, which it leaves alone.
-    /// May report its progress, from 0 to 1.
+    /// Writes the new store to the second path, which is free, from the one at the first, which it leaves
+    /// alone. May report its progress, from 0 to 1.
     std::function<Failure(const std::filesystem::path&, const std::filesystem::path&,
                           const std::function<void(double)>&)>
         migrate;
 };
 
-/// The name of a version of the model: "NorvaneSDK" for version 1, which is where the name began, and "NorvaneSDK 2".
+/// The name of a version of the model: "NorvaneSDK" for version 1, which is where the name began, and
+/// "NorvaneSDK 2".
 std::string modelNameOfVersion(int version);
 
 /// Told what a migration does, and may choose how.
@@ -50,8 +51,8 @@ class NVMMHWMigrationManager {
 
     MigrationDelegate* delegate = nullptr; ///< outlives the migration
 
-    /// Until the store fits the version. The earlier store is kept in a temporary folder under a fresh name. An
-    /// error leaves the store as the last complete step made it.
+    /// Until the store fits the version. The earlier store is kept in a temporary folder under a fresh name.
+    /// An error leaves the store as the last complete step made it.
     Failure progressivelyMigrate(const std::filesystem::path& store, int toVersion);
 
   private:

@@ -1,16 +1,17 @@
 #pragma once
 
+#include <norvane/record/Record.h>
+#include <norvane/store/FetchRequest.h>
+
 #include <compare>
 #include <cstdint>
 #include <functional>
 #include <string_view>
 
-#include <norvane/record/Record.h>
-#include <norvane/store/FetchRequest.h>
-
 namespace norvane {
 
-/// Names a stored row; the only thing about an object that crosses threads. Permanent once the object is saved.
+/// Names a stored row; the only thing about an object that crosses threads. Permanent once the object is
+/// saved.
 struct ManagedObjectID {
     std::string_view entity; ///< of static life: a name of the model
     std::int64_t row = 0;    ///< 0 until the object is saved
@@ -26,8 +27,8 @@ struct NVMManagedObject {
 };
 
 /// The members of an entity: its fields, its table, and a request for all of its rows.
-#define NVMCD_ENTITY(R, FIELDS)                                                                                \
-    NORVANE_RECORD(R, FIELDS)                                                                                  \
+#define NVMCD_ENTITY(R, FIELDS)                                                                              \
+    NORVANE_RECORD(R, FIELDS)                                                                                \
     static ::norvane::FetchRequest fetchRequest() { return ::norvane::FetchRequest(type()); }
 
 } // namespace norvane

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <norvane/platform/Executors.h>
+#include <norvane/platform/Result.h>
+#include <norvane/platform/Value.h>
+
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -7,10 +11,6 @@
 #include <set>
 #include <string>
 #include <vector>
-
-#include <norvane/platform/Executors.h>
-#include <norvane/platform/Result.h>
-#include <norvane/platform/Value.h>
 
 namespace norvane {
 
@@ -25,7 +25,8 @@ class RecordSynchronizing {
     virtual void cacheNecessaryRecords() = 0;
 };
 
-/// Keeps book of the records that are kept on the device, and tells of changes of their status. Any thread may call.
+/// Keeps book of the records that are kept on the device, and tells of changes of their status. Any thread
+/// may call.
 class NVMRecordCacher : public std::enable_shared_from_this<NVMRecordCacher> {
   public:
     static std::shared_ptr<NVMRecordCacher> sharedRecordCacher(); ///< made once
@@ -39,7 +40,8 @@ class NVMRecordCacher : public std::enable_shared_from_this<NVMRecordCacher> {
     /// Posts NVMRecordMetaDataDidAddNotification; the row is saved with the context.
     Failure enableCachingForRecordWithID(const std::string& recordId, ManagedObjectContext& context);
     /// Removes the bookkeeping, the envelope and its files in one save, then posts
-    /// NVMEnvelopeStatusDidChangeNotification with NVMCacheDidRemoveStatus. A record that is gone is no error.
+    /// NVMEnvelopeStatusDidChangeNotification with NVMCacheDidRemoveStatus. A record that is gone is no
+    /// error.
     Failure disableCachingForRecordWithID(const std::string& recordId);
     bool isCachingEnabledForRecordWithID(const std::string& recordId) const;
     /// Caching is enabled and the record is there.
@@ -50,13 +52,13 @@ class NVMRecordCacher : public std::enable_shared_from_this<NVMRecordCacher> {
     std::vector<std::shared_ptr<Operation>> cachingBlocks();
     void cacheNecessaryRecords(); ///< asks the synchroniser
     void finishCachingRecordWithId(const std::string& recordId);
-    void uncacheUnnecessaryRecords() {} ///< does nothing, deliberately
+    void uncacheUnnecessaryRecords() {}                             ///< does nothing, deliberately
     std::vector<Dictionary> uncachedMetadata() const { return {}; } ///< always none, deliberately
 
     std::set<std::string> currentlyCachingRecordIds() const;
 
-    /// "cacheURI", "templateId" and "transactionId" beside the envelope's own user information, and "cacheStatus"
-    /// unless that is empty. The envelope may be null.
+    /// "cacheURI", "templateId" and "transactionId" beside the envelope's own user information, and
+    /// "cacheStatus" unless that is empty. The envelope may be null.
     static Dictionary userInfoForRecord(const NVMCDEnvelopeDefinition* envelope, const std::string& recordId,
                                         std::string_view cacheStatus = {});
 

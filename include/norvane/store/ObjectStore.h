@@ -1,27 +1,27 @@
 #pragma once
 
+#include <norvane/platform/Result.h>
+
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include <norvane/platform/Result.h>
-
 namespace norvane {
 
 class ManagedObjectContext;
 
-/// The store: entities in one SQLite file, the document files beside it. Any thread may call. Several processes
-/// may have one store open.
+/// The store: entities in one SQLite file, the document files beside it. Any thread may call. Several
+/// processes may have one store open.
 class ObjectStore : public std::enable_shared_from_this<ObjectStore> {
   public:
     /// The file of the kit's own store, in the support folder.
     static constexpr std::string_view kFileName = "NorvaneSDK.sqlite";
 
     /// Opens the store in the platform's support folder, makes it when there is none, and clears away what
-    /// processes that ended amid a write left. A file that is no store of the kit, or that a later kit made, is
-    /// left untouched and gives an error.
+    /// processes that ended amid a write left. A file that is no store of the kit, or that a later kit made,
+    /// is left untouched and gives an error.
     static Result<std::shared_ptr<ObjectStore>> open(const std::string& fileName = std::string(kFileName));
     ~ObjectStore();
 
@@ -37,16 +37,16 @@ class ObjectStore : public std::enable_shared_from_this<ObjectStore> {
     /// one thread at a time, as in every context.
     ManagedObjectContext& defaultContext();
 
-    /// Runs the block with a context of its own on the store's save queue and saves the context, unless the block
-    /// gives an error. The completion runs on the queue afterwards, exactly once, with the error or nothing.
-    /// Saves go one after another.
+    /// Runs the block with a context of its own on the store's save queue and saves the context, unless the
+    /// block gives an error. The completion runs on the queue afterwards, exactly once, with the error or
+    /// nothing. Saves go one after another.
     void saveInBackground(std::function<Failure(ManagedObjectContext&)> block,
                           std::function<void(Failure)> completion);
     /// The same at once, on the calling thread.
     Failure saveAndWait(const std::function<Failure(ManagedObjectContext&)>& block);
 
-    /// Brings the journal into the file and empties it, so that removed texts cannot be read from it. Does what
-    /// it can while others read.
+    /// Brings the journal into the file and empties it, so that removed texts cannot be read from it. Does
+    /// what it can while others read.
     void scrub();
 
     /// Waits for the saves that have begun and closes the file. From then on everything gives the error

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <norvane/platform/NVMError.h>
+
 #include <cstdint>
 #include <string_view>
-
-#include <norvane/platform/NVMError.h>
 
 namespace norvane {
 

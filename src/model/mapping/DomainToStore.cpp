@@ -40,15 +40,15 @@ void finishDocument(const NVMDocument& document, NVMCDDocument& cdDocument) {
     cdDocument.filePath = document.sandboxFilePath;
 }
 
-/// The stored document of that identifier, or a new one.
+/// The stored document of that identifier that no other document took, or a new one.
 std::shared_ptr<NVMCDDocument> documentFor(const NVMDocument& document,
-                                           const field::List<NVMCDDocument>& known) {
-    if (known && document.documentId) {
-        const auto found = std::find_if(known->begin(), known->end(), [&](const auto& candidate) {
-            return candidate->documentId == document.documentId;
-        });
-        if (found != known->end()) return *found;
-    }
+                                           const field::List<NVMCDDocument>& known,
+                                           const std::vector<std::shared_ptr<NVMCDDocument>>& taken) {
+    if (!known || !document.documentId) return std::make_shared<NVMCDDocument>();
+    for (const auto& candidate : *known)
+        if (candidate->documentId == document.documentId &&
+            std::find(taken.begin(), taken.end(), candidate) == taken.end())
+            return candidate;
     return std::make_shared<NVMCDDocument>();
 }
 
@@ -58,7 +58,7 @@ void mapDocuments(const NVMEnvelopeTemplate& envelope, NVMCDEnvelopeDefinition& 
     field::List<NVMCDDocument> documents;
     documents.emplace();
     for (const auto& document : *envelope.documents) {
-        auto cdDocument = documentFor(*document, cdEnvelope.documents);
+        auto cdDocument = documentFor(*document, cdEnvelope.documents, *documents);
         nvm_mapToNvmcdDocument(*document, *cdDocument);
         documents->push_back(std::move(cdDocument));
     }
