@@ -12,10 +12,12 @@ namespace {
 Json headersJson(const Headers& headers) {
     static constexpr std::array<std::string_view, 2> kSecret{"Authorization", "X-Norvane-Authentication"};
     Json::Array list;
-    for (const auto& [name, value] : headers) {
-        const bool secret = std::any_of(kSecret.begin(), kSecret.end(),
-                                        [&](std::string_view key) { return equalsIgnoringCase(key, name); });
-        list.push_back(Json::object({{"name", name}, {"value", secret ? "-redacted-" : value.c_str()}}));
+    for (const auto& header : headers) {
+        const bool secret = std::any_of(kSecret.begin(), kSecret.end(), [&](std::string_view key) {
+            return equalsIgnoringCase(key, header.first);
+        });
+        list.push_back(Json::object(
+            {{"name", header.first}, {"value", secret ? std::string("-redacted-") : header.second}}));
     }
     return list;
 }

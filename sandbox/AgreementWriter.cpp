@@ -31,15 +31,15 @@ std::string typographic(const std::string& text) {
 
 } // namespace
 
-AgreementWriter::AgreementWriter(_cairo* context, Heading heading)
-    : context_(context)
+AgreementWriter::AgreementWriter(const PdfCanvas& canvas, Heading heading)
+    : canvas_(&canvas)
     , heading_(std::move(heading)) {
     beginPage();
 }
 
 void AgreementWriter::beginPage() {
     ++page_;
-    faint(context_);
+    faint(canvas_->context());
     sans(kLeft, 48, heading_.company, 8, true);
     sans(kRight, 48, heading_.reference, 8, false, 1);
     line(kLeft, kRight, 55, 0.6, 0.55);
@@ -48,11 +48,11 @@ void AgreementWriter::beginPage() {
 
 void AgreementWriter::endPage() {
     line(kLeft, kRight, 744, 0.4, 0.7);
-    faint(context_);
+    faint(canvas_->context());
     sans(kLeft, 756, heading_.title, 7.6);
     sans(kRight, 756, "Page " + std::to_string(page_) + " of " + std::to_string(heading_.totalPages), 7.6,
          false, 1);
-    cairo_show_page(context_);
+    cairo_show_page(canvas_->context());
 }
 
 void AgreementWriter::finish() { endPage(); }
@@ -67,34 +67,34 @@ void AgreementWriter::need(double height) {
 }
 
 void AgreementWriter::useSerif(double size, bool bold) {
-    cairo_select_font_face(context_, "DejaVu Serif Condensed", CAIRO_FONT_SLANT_NORMAL,
+    cairo_select_font_face(canvas_->context(), "DejaVu Serif Condensed", CAIRO_FONT_SLANT_NORMAL,
                            bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(context_, size);
+    cairo_set_font_size(canvas_->context(), size);
 }
 
 void AgreementWriter::useSans(double size, bool bold) {
-    cairo_select_font_face(context_, "DejaVu Sans Condensed", CAIRO_FONT_SLANT_NORMAL,
+    cairo_select_font_face(canvas_->context(), "DejaVu Sans Condensed", CAIRO_FONT_SLANT_NORMAL,
                            bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-    cairo_set_font_size(context_, size);
+    cairo_set_font_size(canvas_->context(), size);
 }
 
 double AgreementWriter::widthOf(const std::string& text) {
     cairo_text_extents_t extents;
-    cairo_text_extents(context_, text.c_str(), &extents);
+    cairo_text_extents(canvas_->context(), text.c_str(), &extents);
     return extents.x_advance;
 }
 
 void AgreementWriter::line(double fromX, double toX, double y, double thickness, double grey) {
-    cairo_set_source_rgb(context_, grey, grey, grey);
-    cairo_set_line_width(context_, thickness);
-    cairo_move_to(context_, fromX, y);
-    cairo_line_to(context_, toX, y);
-    cairo_stroke(context_);
+    cairo_set_source_rgb(canvas_->context(), grey, grey, grey);
+    cairo_set_line_width(canvas_->context(), thickness);
+    cairo_move_to(canvas_->context(), fromX, y);
+    cairo_line_to(canvas_->context(), toX, y);
+    cairo_stroke(canvas_->context());
 }
 
 void AgreementWriter::textAt(double x, double y, const std::string& text, double size, bool bold,
                              double align) {
-    ink(context_);
+    ink(canvas_->context());
     sans(x, y, text, size, bold, align);
 }
 
@@ -102,20 +102,20 @@ void AgreementWriter::sans(double x, double y, const std::string& text, double s
                            double align) {
     useSans(size, bold);
     const std::string shown = typographic(text);
-    cairo_move_to(context_, x - align * widthOf(shown), y);
-    cairo_show_text(context_, shown.c_str());
+    cairo_move_to(canvas_->context(), x - align * widthOf(shown), y);
+    cairo_show_text(canvas_->context(), shown.c_str());
 }
 
 void AgreementWriter::title(const std::string& text) {
-    accent(context_);
+    accent(canvas_->context());
     useSerif(19, true);
-    cairo_move_to(context_, kLeft, y_ + 16);
-    cairo_show_text(context_, text.c_str());
+    cairo_move_to(canvas_->context(), kLeft, y_ + 16);
+    cairo_show_text(canvas_->context(), text.c_str());
     y_ += 26;
 }
 
 void AgreementWriter::subtitle(const std::string& text) {
-    faint(context_);
+    faint(canvas_->context());
     sans(kLeft, y_ + 8, text, 9);
     y_ += 24;
 }
@@ -123,7 +123,7 @@ void AgreementWriter::subtitle(const std::string& text) {
 void AgreementWriter::heading(const std::string& text) {
     need(3 * kLeading + 18);
     y_ += 5;
-    accent(context_);
+    accent(canvas_->context());
     sans(kLeft, y_ + 10, text, 10.2, true);
     y_ += 19;
 }
@@ -155,8 +155,8 @@ void AgreementWriter::setLine(const std::vector<Word>& words, std::size_t first,
     for (std::size_t index = first; index < last; ++index, x += gap)
         for (const Run& run : words[index].runs) {
             useSerif(kBodySize, run.bold);
-            cairo_move_to(context_, x, y_ + kBodySize);
-            cairo_show_text(context_, run.text.c_str());
+            cairo_move_to(canvas_->context(), x, y_ + kBodySize);
+            cairo_show_text(canvas_->context(), run.text.c_str());
             x += run.width;
         }
 }
@@ -174,7 +174,7 @@ void AgreementWriter::setParagraph(const std::vector<Word>& words, double left, 
         const bool ends = last == words.size();
         const double gaps = static_cast<double>(last - first) - 1;
         need(kLeading);
-        ink(context_);
+        ink(canvas_->context());
         setLine(words, first, last, left, ends || gaps < 1 ? blank : blank + slack / gaps);
         y_ += kLeading;
         first = last;
@@ -188,24 +188,24 @@ void AgreementWriter::paragraph(const std::string& text, double indent) {
 
 void AgreementWriter::clause(const std::string& number, const std::string& text) {
     need(2 * kLeading);
-    ink(context_);
+    ink(canvas_->context());
     useSerif(kBodySize, false);
-    cairo_move_to(context_, kLeft, y_ + kBodySize);
-    cairo_show_text(context_, number.c_str());
+    cairo_move_to(canvas_->context(), kLeft, y_ + kBodySize);
+    cairo_show_text(canvas_->context(), number.c_str());
     paragraph(text, kClauseIndent);
 }
 
 void AgreementWriter::tableRow(const std::vector<Column>& columns, const std::vector<std::string>& cells,
                                bool head) {
     if (head) {
-        cairo_set_source_rgb(context_, 0.91, 0.93, 0.95);
-        cairo_rectangle(context_, kLeft, y_, kWidth, kRowHeight);
-        cairo_fill(context_);
+        cairo_set_source_rgb(canvas_->context(), 0.91, 0.93, 0.95);
+        cairo_rectangle(canvas_->context(), kLeft, y_, kWidth, kRowHeight);
+        cairo_fill(canvas_->context());
     }
     double x = kLeft;
     for (std::size_t index = 0; index < columns.size() && index < cells.size(); ++index) {
         const Column& column = columns[index];
-        ink(context_);
+        ink(canvas_->context());
         const double edge = column.rightAligned ? x + column.width - 5 : x + 5;
         sans(edge, y_ + 10.6, cells[index], kTableSize, head, column.rightAligned ? 1 : 0);
         x += column.width;
@@ -217,6 +217,7 @@ void AgreementWriter::tableRow(const std::vector<Column>& columns, const std::ve
 void AgreementWriter::table(const std::vector<Column>& columns,
                             const std::vector<std::vector<std::string>>& rows) {
     std::vector<std::string> titles;
+    titles.reserve(columns.size());
     for (const Column& column : columns)
         titles.push_back(column.title);
     need(3 * kRowHeight);
@@ -235,9 +236,9 @@ void AgreementWriter::particulars(const std::vector<std::pair<std::string, std::
     for (std::size_t index = 0; index < pairs.size(); ++index) {
         if (index % 2 == 0) need(kRowHeight);
         const double x = kLeft + (index % 2 == 0 ? 0 : kColumn);
-        faint(context_);
+        faint(canvas_->context());
         sans(x, y_ + 10, pairs[index].first, 8);
-        ink(context_);
+        ink(canvas_->context());
         sans(x + 86, y_ + 10, pairs[index].second, 8.6, true);
         if (index % 2 == 1 || index + 1 == pairs.size()) y_ += kRowHeight;
     }
@@ -246,14 +247,14 @@ void AgreementWriter::particulars(const std::vector<std::pair<std::string, std::
 
 Box AgreementWriter::field(double x, double width, const std::string& caption) {
     line(x, x + width, y_ + 19.5, 0.6, 0.25);
-    faint(context_);
+    faint(canvas_->context());
     sans(x, y_ + 28.5, caption, 7.2);
     return {x + 2, y_ + 0.5, width - 4, kTextHeight};
 }
 
 Box AgreementWriter::signature(double x, double width, const std::string& caption) {
     line(x, x + width, y_ + 49, 0.6, 0.25);
-    faint(context_);
+    faint(canvas_->context());
     sans(x, y_ + 58, caption, 7.2);
     return {x + 8, y_ + 3, kSignatureSize.width, kSignatureSize.height};
 }
@@ -261,11 +262,11 @@ Box AgreementWriter::signature(double x, double width, const std::string& captio
 Box AgreementWriter::initials(double right, double top, const std::string& caption) {
     constexpr double kFrameWidth = 44;
     constexpr double kFrameHeight = 54;
-    cairo_set_source_rgb(context_, 0.45, 0.45, 0.45);
-    cairo_set_line_width(context_, 0.5);
-    cairo_rectangle(context_, right - kFrameWidth, top, kFrameWidth, kFrameHeight);
-    cairo_stroke(context_);
-    faint(context_);
+    cairo_set_source_rgb(canvas_->context(), 0.45, 0.45, 0.45);
+    cairo_set_line_width(canvas_->context(), 0.5);
+    cairo_rectangle(canvas_->context(), right - kFrameWidth, top, kFrameWidth, kFrameHeight);
+    cairo_stroke(canvas_->context());
+    faint(canvas_->context());
     sans(right - kFrameWidth - 6, top + kFrameHeight - 3, caption, 7.2, false, 1);
     return {right - kFrameWidth + 4, top + 2, kInitialsSize.width, kInitialsSize.height};
 }
@@ -274,10 +275,10 @@ Box AgreementWriter::checkbox(const std::string& text) {
     need(2 * kLeading);
     y_ += 2;
     const Box box{kLeft + 1, y_ - 3, kCheckboxSide, kCheckboxSide};
-    cairo_set_source_rgb(context_, 0.25, 0.25, 0.25);
-    cairo_set_line_width(context_, 0.7);
-    cairo_rectangle(context_, box.x + 3, box.y + 3, kCheckboxSide - 6, kCheckboxSide - 6);
-    cairo_stroke(context_);
+    cairo_set_source_rgb(canvas_->context(), 0.25, 0.25, 0.25);
+    cairo_set_line_width(canvas_->context(), 0.7);
+    cairo_rectangle(canvas_->context(), box.x + 3, box.y + 3, kCheckboxSide - 6, kCheckboxSide - 6);
+    cairo_stroke(canvas_->context());
     paragraph(text, kClauseIndent);
     return box;
 }

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-struct _cairo; ///< cairo_t, so that only sources need cairo
-
 namespace norvane::sandbox {
+
+class PdfCanvas;
 
 /// Sets an agreement: running head and foot, headings, justified clauses, tables, and lines to fill in. It
 /// writes downwards from the top of the page and begins a new page when something no longer fits. Fields are
@@ -25,8 +25,8 @@ class AgreementWriter {
     static constexpr double kRight = 544;
     static constexpr double kWidth = kRight - kLeft;
 
-    /// Begins the first page at once.
-    AgreementWriter(_cairo* context, Heading heading);
+    /// Begins the first page at once; the canvas outlives the drawing.
+    AgreementWriter(const PdfCanvas& canvas, Heading heading);
 
     /// Ends the last page; call it once, last.
     void finish();
@@ -101,7 +101,7 @@ class AgreementWriter {
     void line(double fromX, double toX, double y, double thickness, double grey);
     void tableRow(const std::vector<Column>& columns, const std::vector<std::string>& cells, bool head);
 
-    _cairo* context_;
+    const PdfCanvas* canvas_;
     Heading heading_;
     int page_ = 0;
     double y_ = 0;

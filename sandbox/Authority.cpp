@@ -150,7 +150,7 @@ bool isUsable(const Identity& server, const Identity& authority, const std::stri
 AuthorityFiles prepareAuthority(const std::filesystem::path& folder, const std::string& host,
                                 std::chrono::system_clock::time_point now) {
     const std::time_t moment = std::chrono::system_clock::to_time_t(now);
-    const AuthorityFiles files{folder / "ca.pem", folder / "server.pem", folder / "server.key"};
+    AuthorityFiles files{folder / "ca.pem", folder / "server.pem", folder / "server.key"};
     const auto authorityKey = folder / "ca.key";
     makePrivateFolder(folder);
     Identity authority = readIdentity(files.authority, authorityKey);

@@ -1,7 +1,7 @@
 #include "sandbox/DocumentCheck.h"
 
 #include <cairo.h>
-#include <qpdf/Buffer.hh>
+#include <qpdf/JSON.hh>
 #include <qpdf/QPDF.hh>
 
 #include <algorithm>

@@ -173,7 +173,8 @@ std::optional<std::size_t> EnvelopeStore::indexOf(const std::string& envelopeId)
 
 void EnvelopeStore::forgetAll() {
     const std::lock_guard lock(mutex_);
-    for (const Entry& entry : entries_) std::filesystem::remove_all(entry.envelope.folder);
+    for (const Entry& entry : entries_)
+        std::filesystem::remove_all(entry.envelope.folder);
     entries_.clear();
 }
 

@@ -56,7 +56,7 @@ class SandboxService {
     /// within the time.
     bool waitForRequests(std::size_t count, std::chrono::milliseconds time = std::chrono::seconds(30)) const;
     std::vector<ReceivedEnvelope> receivedEnvelopes() const; ///< in order of arrival
-    void forgetEnvelopes(); ///< as if none had ever been received
+    void forgetEnvelopes();                                  ///< as if none had ever been received
 
   private:
     class Running;

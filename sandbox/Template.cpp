@@ -24,10 +24,10 @@ std::string uuidOf(const std::string& text) {
 }
 
 /// Draws one document on the canvas; answers its pages and what it placed.
-AgreementWriter drawn(const DocumentPlan& plan, PdfCanvas& canvas, int totalPages) {
+AgreementWriter drawn(const DocumentPlan& plan, const PdfCanvas& canvas, int totalPages) {
     auto heading = plan.heading;
     heading.totalPages = totalPages;
-    AgreementWriter writer(canvas.context(), heading);
+    AgreementWriter writer(canvas, heading);
     plan.draw(writer);
     writer.finish();
     return writer;

@@ -14,18 +14,26 @@ namespace {
 namespace dom = simdjson::dom;
 using dom::element_type;
 
-/// The field that travels under the key; `hint` as in RecordType::find.
-const Field* fieldForKey(const RecordType& type, std::string_view key, std::size_t hint) {
-    const Field* field = type.find(key, hint);
-    if (!field) {
-        for (const std::string_view renamed : {"_description", "varNewPassword"})
-            if (jsonKey(renamed) == key) field = type.find(renamed, hint);
-        return field;
-    }
-    const bool travels = field->kind != FieldKind::Local && field->kind != FieldKind::Rest;
-    const bool renamed = jsonKey(field->name).data() != field->name.data();
-    return travels && !renamed ? field : nullptr;
+/// Whether the field travels at all, and under its own name.
+bool travelsByName(const Field& field) {
+    return field.kind != FieldKind::Local && field.kind != FieldKind::Rest &&
+           jsonKey(field.name).data() == field.name.data();
 }
+
+const Field* fieldForKey(const RecordType& type, std::string_view key) {
+    const Field* field = type.find(key);
+    if (field) return travelsByName(*field) ? field : nullptr;
+    for (const std::string_view renamed : {"_description", "varNewPassword"})
+        if (jsonKey(renamed) == key) return type.find(renamed);
+    return nullptr;
+}
+
+constexpr auto kTableOrder = [] {
+    std::array<std::uint8_t, 256> numbers{};
+    for (std::size_t number = 0; number < numbers.size(); ++number)
+        numbers[number] = static_cast<std::uint8_t>(number);
+    return numbers;
+}();
 
 const Field* restField(const RecordType& type) {
     for (const Field& field : type.fields())
@@ -48,11 +56,21 @@ std::optional<double> decimalNumber(std::string_view text) {
     return number;
 }
 
+FieldOrder::FieldOrder(const RecordType& type)
+    : type_(type)
+    , following_(kTableOrder) {}
+
 const Field* FieldOrder::find(std::string_view key) {
-    const std::size_t expected = following_[last_] == kUnknown ? last_ : following_[last_];
-    const Field* field = fieldForKey(type_, key, expected);
+    const auto fields = type_.fields();
+    const std::size_t expected = following_[last_];
+    if (expected < fields.size() && detail::sameName(fields[expected].name, key) &&
+        travelsByName(fields[expected])) {
+        last_ = expected + 1;
+        return &fields[expected];
+    }
+    const Field* field = fieldForKey(type_, key);
     if (!field) return nullptr;
-    const auto number = static_cast<std::size_t>(field - type_.fields().data());
+    const auto number = static_cast<std::size_t>(field - fields.data());
     following_[last_] = static_cast<std::uint8_t>(number);
     last_ = number + 1;
     return field;

@@ -18,20 +18,16 @@ namespace norvane {
 /// but not always that of the table.
 class FieldOrder {
   public:
-    explicit FieldOrder(const RecordType& type)
-        : type_(type) {
-        following_.fill(kUnknown);
-    }
+    explicit FieldOrder(const RecordType& type);
     const RecordType& type() const { return type_; }
     /// The field that travels under the key, or null.
     const Field* find(std::string_view key);
     void startRecord() { last_ = 0; }
 
   private:
-    static constexpr std::uint8_t kUnknown = 255;
     const RecordType& type_;
-    std::size_t last_ = 0; ///< one more than the last field's number; 0 before the first
-    std::array<std::uint8_t, 256> following_;
+    std::size_t last_ = 0;                    ///< one more than the last field's number; 0 before the first
+    std::array<std::uint8_t, 256> following_; ///< by `last_`: the number of the field to expect
 };
 
 /// Fills records from the values that a cursor reaches. After a failed read the reader is done with.

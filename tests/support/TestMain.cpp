@@ -16,3 +16,7 @@ int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
+
+/// Fontconfig keeps the fonts that it found until the process ends, out of the leak checker's sight.
+extern "C" const char* __lsan_default_suppressions(); // NOLINT: the checker's own name
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; } // NOLINT
