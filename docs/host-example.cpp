@@ -3,6 +3,7 @@
 //   host-example URL CA_FILE INTEGRATOR_KEY USER HOME     (the password in NORVANE_PASSWORD)
 #include <norvane/norvane.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <future>
 #include <iostream>
