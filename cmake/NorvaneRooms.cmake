@@ -36,5 +36,5 @@ function(norvane_room_tests name)
     add_executable(${name}-tests ${sources})
     target_link_libraries(${name}-tests PRIVATE norvane_test_support ${ARGN})
     gtest_discover_tests(${name}-tests TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 300 LABELS ${name})
+        PROPERTIES TIMEOUT 1500 LABELS ${name})
 endfunction()

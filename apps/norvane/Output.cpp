@@ -19,19 +19,28 @@ void Output::result(const Value& document, const std::vector<std::string>& lines
 }
 
 Exit Output::error(const NVMError& error) const {
-    std::cerr << "error: " << error.localizedDescription() << " [" << error.failureReason() << "] ("
-              << error.domain << ", " << error.code << ")\n";
-    if (json_) std::cout << writeJson(Dictionary{{"error", describe(error)}}, true) << std::endl;
+    const Value described = describe(error);
+    std::cerr << "error: " << *described["description"].asString() << " [" << *described["reason"].asString()
+              << "] (" << error.domain << ", " << error.code << ")\n";
+    if (json_) std::cout << writeJson(Dictionary{{"error", described}}, true) << std::endl;
     return Exit::KitError;
 }
 
 void Output::warning(const std::string& text) const { std::cerr << "warning: " << text << '\n'; }
 
 Value Output::describe(const NVMError& error) {
-    return Dictionary{{"domain", error.domain},
-                      {"code", error.code},
-                      {"description", error.localizedDescription()},
-                      {"reason", error.failureReason()}};
+    std::string description = error.localizedDescription();
+    std::string reason = error.failureReason();
+    // What the service said of a failed request, when the error has no words of the kit's own.
+    const auto entry = error.userInfo.find("NVESResponseObject");
+    if (reason.empty() && entry != error.userInfo.end()) {
+        const std::string* message = entry->second["message"].asString();
+        const std::string* code = entry->second["errorCode"].asString();
+        if (message) description = *message;
+        if (code) reason = *code;
+    }
+    return Dictionary{
+        {"domain", error.domain}, {"code", error.code}, {"description", description}, {"reason", reason}};
 }
 
 Progress::Progress(std::string title, std::size_t total)

@@ -2,7 +2,7 @@
 
 #include <norvane/model/NVMEnvelopeTemplate.h>
 #include <norvane/platform/DateFormat.h>
-#include <norvane/platform/Json.h>
+#include <norvane/platform/Platform.h>
 #include <norvane/sdk/Errors.h>
 #include <norvane/templates/NVMTemplatesManager.h>
 
@@ -47,14 +47,19 @@ void list(Context& context, const std::string& search) {
     context.output().result(document, lines);
 }
 
+/// Where the PDF lies; null when it is not on this device.
+Value pathOf(const NVMDocument& document) {
+    if (!document.sandboxFilePath) return {};
+    return Platform::current().files->documentsFolder().string() + *document.sandboxFilePath;
+}
+
 Dictionary describe(const NVMEnvelopeTemplate& cached) {
     const auto& definition = cached.envelopeTemplateDefinition;
     Array documents;
     if (cached.documents)
         for (const auto& document : *cached.documents)
-            documents.push_back(Dictionary{{"documentId", document->documentId},
-                                           {"name", document->name},
-                                           {"path", document->sandboxFilePath}});
+            documents.push_back(Dictionary{
+                {"documentId", document->documentId}, {"name", document->name}, {"path", pathOf(*document)}});
     return {{"templateId", definition ? Value(definition->templateId) : Value()},
             {"name", definition ? Value(definition->name) : Value()},
             {"pageCount", definition ? Value(definition->pageCount) : Value()},

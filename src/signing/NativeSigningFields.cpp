@@ -105,7 +105,7 @@ void NVMNativeSigningViewController::toggleCheckbox(const std::shared_ptr<NVMTab
     auto* checkbox = dynamic_cast<NVMCheckbox*>(tab.get());
     if (!checkbox) return;
     checkbox->selected = !checkbox->selected;
-    checkbox->value = checkbox->selected ? "X" : "";
+    checkbox->value.emplace(checkbox->selected ? "X" : "");
     if (const auto annotation = annotationFor(*tab)) {
         showTabContent(*annotation, *tab);
     }

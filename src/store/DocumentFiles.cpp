@@ -25,18 +25,6 @@ std::string subPath(std::string_view folder) {
     return std::string(kUserDirectory) + "/" + std::string(folder) + "/" + NVM_uniqueDocumentFileName();
 }
 
-NVMError notOpen() { return storeError(StoreError::NotOpen, "The store is not open."); }
-
-NVMError damaged(std::string_view documentName, const std::string& reason,
-                 const Failure& cause = std::nullopt) {
-    auto error = storeError(StoreError::DocumentDamaged,
-                            "The document \"" + std::string(documentName) + "\" " + reason);
-    error.userInfo.emplace(kStoreDocumentKey, documentName);
-    if (cause)
-        error.userInfo.emplace(kUnderlyingErrorKey, Value::object(std::make_shared<const NVMError>(*cause)));
-    return error;
-}
-
 /// Puts the name on record, lets the file be made, which gives its digest, and strikes the name out again
 /// when that fails.
 Failure makeFile(const std::string& path, std::string_view folder,
@@ -44,7 +32,7 @@ Failure makeFile(const std::string& path, std::string_view folder,
     const auto target = NVM_documentsPathByAppendingPathComponent(path);
     if (!target) return storeError(StoreError::NotFound, "No place for documents: " + path);
     const auto store = ObjectStore::defaultStore();
-    if (!store) return notOpen();
+    if (!store) return storeNotOpen();
     if (auto error = NVM_setupUserDirectories(folder)) return error;
     const auto& session = StoreWork::session(*store);
     if (auto error = StoreWork::write(*store, [&](Connection& c) { FileJournal(c).add(path, session); }))
@@ -121,21 +109,21 @@ std::optional<Data> NVM_dataWithPath(std::string_view path) {
 Result<Data> NVM_verifiedDataWithPath(std::string_view path, const std::optional<std::string>& sha256,
                                       std::string_view documentName) {
     const auto file = NVM_documentsPathByAppendingPathComponent(path);
-    if (!file) return damaged(documentName, "has no file.");
+    if (!file) return documentDamaged(documentName, "has no file.");
     auto bytes = files().read(*file);
-    if (!bytes) return damaged(documentName, "cannot be read.", bytes.error());
+    if (!bytes) return documentDamaged(documentName, "cannot be read.", bytes.error());
     if (sha256 && sha256Hex(bytes->view()) != *sha256)
-        return damaged(documentName, "is not what was stored.");
+        return documentDamaged(documentName, "is not what was stored.");
     return bytes;
 }
 
 Failure NVM_verifyDocumentWithPath(std::string_view path, const std::optional<std::string>& sha256,
                                    std::string_view documentName) {
     const auto file = NVM_documentsPathByAppendingPathComponent(path);
-    if (!file) return damaged(documentName, "has no file.");
+    if (!file) return documentDamaged(documentName, "has no file.");
     const auto digest = files().sha256(*file);
-    if (!digest) return damaged(documentName, "cannot be read.", digest.error());
-    if (sha256 && *digest != *sha256) return damaged(documentName, "is not what was stored.");
+    if (!digest) return documentDamaged(documentName, "cannot be read.", digest.error());
+    if (sha256 && *digest != *sha256) return documentDamaged(documentName, "is not what was stored.");
     return std::nullopt;
 }
 

@@ -29,6 +29,18 @@ NVMError storeError(StoreError error, std::string description) {
                           std::move(description));
 }
 
+NVMError storeNotOpen() { return storeError(StoreError::NotOpen, "The store is not open."); }
+
+NVMError documentDamaged(std::string_view documentName, const std::string& reason,
+                         const std::optional<NVMError>& cause) {
+    auto error = storeError(StoreError::DocumentDamaged,
+                            "The document \"" + std::string(documentName) + "\" " + reason);
+    error.userInfo.emplace(kStoreDocumentKey, documentName);
+    if (cause)
+        error.userInfo.emplace(kUnderlyingErrorKey, Value::object(std::make_shared<const NVMError>(*cause)));
+    return error;
+}
+
 NVMError storeErrorOf(const SQLite::Exception& exception, sqlite3* handle) {
     const int code =
         exception.getExtendedErrorCode() > 0 ? exception.getExtendedErrorCode() : exception.getErrorCode();

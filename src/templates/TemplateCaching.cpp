@@ -153,7 +153,7 @@ class TemplateCaching : public std::enable_shared_from_this<TemplateCaching> {
         auto combined = std::make_shared<NVMCDDocument>();
         combined->name = combinedName(*record->documents);
         combined->uri = wire_->documentsCombinedUri;
-        combined->documentId = "1";
+        combined->documentId.emplace("1");
         combined->sandboxFilePath = combinedPdf_.path;
         combined->_sha256 = combinedPdf_.sha256;
         record->combinedDocument = std::move(combined);

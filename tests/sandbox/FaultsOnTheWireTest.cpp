@@ -62,10 +62,11 @@ TEST_F(FaultsOnTheWire, CutAnswerAndNoAnswerHaveTheirEffect) {
     service.addFault("POST /v2/accounts/*/envelopes apply-close");
     EXPECT_TRUE(isCut(upload()));
     service.addFault("POST /v2/accounts/*/envelopes apply-hang");
-    client.timeOutAfter(500);
-    EXPECT_EQ(upload().failure, kTimedOut);
+    auto unanswered = std::async(std::launch::async, [this] { return upload(); });
     ASSERT_TRUE(service.waitForRequests(4));
     EXPECT_EQ(service.receivedEnvelopes().size(), 4U);
+    service.stop();
+    EXPECT_NE(unanswered.get().failure, 0);
 }
 
 TEST_F(FaultsOnTheWire, HangingConnectionsEndWithTheService) {
