@@ -4,6 +4,7 @@
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/NVMManager.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
+#include <norvane/store/ObjectStore.h>
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>

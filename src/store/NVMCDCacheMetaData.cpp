@@ -1,6 +1,5 @@
-#include <norvane/store/NVMCDCacheMetaData.h>
-
 #include <norvane/store/ManagedObjectContext.h>
+#include <norvane/store/NVMCDCacheMetaData.h>
 
 namespace norvane {
 

@@ -1,6 +1,5 @@
-#include <norvane/store/NVMCDEnvelopes.h>
-
 #include <norvane/platform/Platform.h>
+#include <norvane/store/NVMCDEnvelopes.h>
 
 namespace norvane {
 

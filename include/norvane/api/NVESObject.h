@@ -4,9 +4,9 @@
 
 namespace norvane {
 
-/// Base of the wire records: the JSON bodies that travel to and from the service. A record is data only. Every
-/// key may be absent; scalars travel as JSON strings but for the fields of kind Number. A key is the field's name,
-/// with two exceptions: see `jsonKey`.
+/// Base of the wire records: the JSON bodies that travel to and from the service. A record is data only.
+/// Every key may be absent; scalars travel as JSON strings but for the fields of kind Number. A key is the
+/// field's name, with two exceptions: see `jsonKey`.
 struct NVESObject {};
 
 /// The JSON key of a property: its name, but "description" for `_description` and "newPassword" for

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/platform/Data.h>
+#include <norvane/platform/Result.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-
-#include <norvane/platform/Data.h>
-#include <norvane/platform/Result.h>
 
 namespace norvane {
 
@@ -14,8 +14,8 @@ inline constexpr std::string_view kFileErrorDomain = "NorvaneFileErrorDomain";
 /// User-information key of a file error: the path that could not be used.
 inline constexpr std::string_view kFilePathKey = "path";
 
-/// The application's folders and durable, protected writes. Any thread may call; calls block. Folders are made
-/// 0700 and files 0600; symbolic links are not followed by writes and removals.
+/// The application's folders and durable, protected writes. Any thread may call; calls block. Folders are
+/// made 0700 and files 0600; symbolic links are not followed by writes and removals.
 class Files {
   public:
     virtual ~Files() = default;

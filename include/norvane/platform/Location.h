@@ -5,8 +5,8 @@
 namespace norvane {
 
 struct Coordinate {
-    double latitude = 0;  ///< degrees, north positive
-    double longitude = 0; ///< degrees, east positive
+    double latitude = 0;           ///< degrees, north positive
+    double longitude = 0;          ///< degrees, east positive
     double horizontalAccuracy = 0; ///< metres; negative: not valid
 };
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/platform/Value.h>
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include <norvane/platform/Value.h>
 
 namespace norvane {
 
@@ -24,12 +24,15 @@ struct NVMError {
 
     NVMError() = default;
     NVMError(std::string errorDomain, std::int64_t errorCode, Dictionary information)
-        : domain(std::move(errorDomain)), code(errorCode), userInfo(std::move(information)) {}
+        : domain(std::move(errorDomain))
+        , code(errorCode)
+        , userInfo(std::move(information)) {}
     /// An error with a description and, when not empty, a failure reason.
     static NVMError make(std::string domain, std::int64_t code, std::string description,
                          std::string failureReason = {});
 
-    /// The sentence for the user; without one, "The operation couldn't be completed. (<domain> error <code>.)".
+    /// The sentence for the user; without one, "The operation couldn't be completed. (<domain> error
+    /// <code>.)".
     std::string localizedDescription() const;
     /// The failure reason, or the empty text.
     std::string failureReason() const;

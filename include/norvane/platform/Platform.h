@@ -1,10 +1,5 @@
 #pragma once
 
-#include <filesystem>
-#include <memory>
-#include <optional>
-#include <string>
-
 #include <norvane/platform/Alerts.h>
 #include <norvane/platform/Clock.h>
 #include <norvane/platform/CredentialStore.h>
@@ -17,6 +12,11 @@
 #include <norvane/platform/Reachability.h>
 #include <norvane/platform/StringTable.h>
 #include <norvane/platform/UserDefaults.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
 
 namespace norvane {
 
@@ -33,8 +33,8 @@ struct PlatformOptions {
     /// PEM file of the only certificate authority to trust; without one, the system's.
     std::optional<std::filesystem::path> trustAnchorFile;
     CredentialStoreKind credentialStore = CredentialStoreKind::Automatic;
-    /// The host's main loop; without one the main queue is a thread of the kit's own. Its `async` must be safe
-    /// to call from every thread.
+    /// The host's main loop; without one the main queue is a thread of the kit's own. Its `async` must be
+    /// safe to call from every thread.
     std::shared_ptr<TaskQueue> mainQueue;
     /// Language of the string table ("de", "fr_CA"); without one, the system's.
     std::optional<std::string> locale;

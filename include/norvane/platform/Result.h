@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/platform/NVMError.h>
+
 #include <optional>
 #include <utility>
 #include <variant>
-
-#include <norvane/platform/NVMError.h>
 
 namespace norvane {
 
@@ -12,8 +12,10 @@ namespace norvane {
 template <class T>
 class [[nodiscard]] Result {
   public:
-    Result(T value) : storage_(std::in_place_index<0>, std::move(value)) {}
-    Result(NVMError error) : storage_(std::in_place_index<1>, std::move(error)) {}
+    Result(T value)
+        : storage_(std::in_place_index<0>, std::move(value)) {}
+    Result(NVMError error)
+        : storage_(std::in_place_index<1>, std::move(error)) {}
 
     explicit operator bool() const { return storage_.index() == 0; }
     bool ok() const { return storage_.index() == 0; }

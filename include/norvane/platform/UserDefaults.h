@@ -1,16 +1,16 @@
 #pragma once
 
-#include <optional>
-#include <string_view>
-
 #include <norvane/platform/Result.h>
 #include <norvane/platform/Value.h>
+
+#include <optional>
+#include <string_view>
 
 namespace norvane {
 
 /// Named suites of persistent settings. Any thread may call; every call sees what the last finished call of
-/// any process on the same home wrote. A value is a Boolean, number, string or date, or an array or dictionary
-/// of those.
+/// any process on the same home wrote. A value is a Boolean, number, string or date, or an array or
+/// dictionary of those.
 class UserDefaults {
   public:
     virtual ~UserDefaults() = default;

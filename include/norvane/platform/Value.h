@@ -1,5 +1,8 @@
 #pragma once
 
+#include <norvane/platform/Data.h>
+#include <norvane/platform/Date.h>
+
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -10,9 +13,6 @@
 #include <typeinfo>
 #include <variant>
 #include <vector>
-
-#include <norvane/platform/Data.h>
-#include <norvane/platform/Date.h>
 
 namespace norvane {
 
@@ -34,17 +34,28 @@ class Value {
 
     Value() = default; ///< null
     Value(std::nullptr_t) {}
-    Value(bool value) : storage_(value) {}
-    Value(int value) : storage_(std::int64_t{value}) {}
-    Value(std::int64_t value) : storage_(value) {}
-    Value(double value) : storage_(value) {}
-    Value(const char* value) : storage_(std::string(value)) {}
-    Value(std::string value) : storage_(std::move(value)) {}
-    Value(std::string_view value) : storage_(std::string(value)) {}
-    Value(Data value) : storage_(std::move(value)) {}
-    Value(Date value) : storage_(value) {}
-    Value(Array value) : storage_(std::make_shared<const Array>(std::move(value))) {}
-    Value(Dictionary value) : storage_(std::make_shared<const Dictionary>(std::move(value))) {}
+    Value(bool value)
+        : storage_(value) {}
+    Value(int value)
+        : storage_(std::int64_t{value}) {}
+    Value(std::int64_t value)
+        : storage_(value) {}
+    Value(double value)
+        : storage_(value) {}
+    Value(const char* value)
+        : storage_(std::string(value)) {}
+    Value(std::string value)
+        : storage_(std::move(value)) {}
+    Value(std::string_view value)
+        : storage_(std::string(value)) {}
+    Value(Data value)
+        : storage_(std::move(value)) {}
+    Value(Date value)
+        : storage_(value) {}
+    Value(Array value)
+        : storage_(std::make_shared<const Array>(std::move(value))) {}
+    Value(Dictionary value)
+        : storage_(std::make_shared<const Dictionary>(std::move(value))) {}
     template <class T>
     Value(std::optional<T> value) {
         if (value) *this = Value(std::move(*value));
@@ -67,8 +78,8 @@ class Value {
     bool isArray() const { return asArray() != nullptr; }
     bool isDictionary() const { return asDictionary() != nullptr; }
 
-    /// The like-typed content, or nothing when the value is of another type. Nothing is converted, except that
-    /// a number answers as any kind of number.
+    /// The like-typed content, or nothing when the value is of another type. Nothing is converted, except
+    /// that a number answers as any kind of number.
     std::optional<bool> asBool() const;
     std::optional<std::int64_t> asInteger() const;
     std::optional<double> asDouble() const;

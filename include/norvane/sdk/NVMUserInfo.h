@@ -7,7 +7,8 @@ namespace norvane {
 struct NVESUserInfo;
 
 /// A user of the service: the sender of an envelope, a member of a signing group. Copying is field by field.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 #define NVM_USER_INFO_FIELDS(FIELD, R)                                                                       \
     FIELD(R, Text, userName)                                                                                 \
     FIELD(R, Text, email)                                                                                    \

@@ -1,14 +1,15 @@
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include <norvane/platform/Result.h>
 #include <norvane/store/NVMManagedObject.h>
 
+#include <memory>
+#include <string>
+
 // The bookkeeping of the caches. Members are the attributes and the relationships that lead to what a row
 // owns; a number that stands for a Boolean is 1 or 0.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 class ManagedObjectContext;

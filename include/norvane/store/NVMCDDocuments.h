@@ -4,7 +4,8 @@
 
 // Documents as they are stored. Members are the attributes and the relationships that lead to what a row
 // owns; a number that stands for a Boolean is 1 or 0.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 #define NVMCD_NAME_VALUE_FIELDS(FIELD, R) \

@@ -1,17 +1,18 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
-#include <string>
-
 #include <norvane/store/NVMCDDocuments.h>
 #include <norvane/store/NVMCDRecipients.h>
 #include <norvane/store/NVMCDSettings.h>
 #include <norvane/store/NVMManagedObject.h>
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
 // Envelopes as they are stored. Members are the attributes and the relationships that lead to what a row
 // owns; a number that stands for a Boolean is 1 or 0.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 class ManagedObjectContext;

@@ -6,7 +6,8 @@
 
 // Settings of envelopes and templates as they are stored. Members are the attributes and the relationships
 // that lead to what a row owns; a number that stands for a Boolean is 1 or 0.
-// clang-format off: a field list is a table.
+// A field list is a table, so its form is its own.
+// clang-format off
 namespace norvane {
 
 #define NVMCD_TEXT_CUSTOM_FIELD_FIELDS(FIELD, R) \
