@@ -258,7 +258,7 @@ Model::Model() {
 }
 
 const Model& Model::current() {
-    static const Model model;
+    static const Model& model = *new Model; // it, too, lives as long as the process
     return model;
 }
 

@@ -138,7 +138,8 @@ std::vector<std::string> CommandLine::signArguments() const {
 std::size_t CommandLine::envelopesOnDevice(const std::filesystem::path& home) const {
     const Run listed = runIn(home, {"--json", "envelopes", "list"});
     EXPECT_EQ(listed.status, 0) << listed.errors;
-    const Array* envelopes = listed.json().asArray();
+    const Value document = listed.json();
+    const Array* envelopes = document.asArray();
     return envelopes ? envelopes->size() : 0;
 }
 
