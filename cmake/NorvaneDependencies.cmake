@@ -17,3 +17,6 @@ foreach(module cairo libqpdf libsodium libsecret-1 uuid)
 endforeach()
 # Only the standard smart pointers of its headers.
 target_compile_definitions(PkgConfig::libqpdf INTERFACE POINTERHOLDER_TRANSITION=4)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    target_compile_options(PkgConfig::libqpdf INTERFACE "SHELL:-include ${PROJECT_SOURCE_DIR}/cmake/QpdfUnderClang.h")
+endif()

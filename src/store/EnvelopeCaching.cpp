@@ -109,7 +109,7 @@ void start(const NVMEnvelopeDefinition& envelope, NVMEnvelopesHandler::Completio
            Failure (*write)(EnvelopeSave&, ManagedObjectContext&)) {
     const auto store = ObjectStore::defaultStore();
     Failure error;
-    if (!store) error = storeError(StoreError::NotOpen, "The store is not open.");
+    if (!store) error = storeNotOpen();
     std::shared_ptr<EnvelopeSave> save;
     if (store) {
         save = std::make_shared<EnvelopeSave>(envelope, store, completion);

@@ -53,10 +53,7 @@ Failure EnvelopeDocuments::prepare(const NVMDocument& document, NVMCDDocument& s
     if (!path.empty() && isThere(path)) return takeFile(stored, ownerRow);
     if (document.pdf && !document.pdf->empty()) return writeFile(*document.pdf, stored);
     if (path.empty()) return std::nullopt;
-    auto error =
-        storeError(StoreError::DocumentDamaged, "The document \"" + nameOf(stored) + "\" has no file.");
-    error.userInfo.emplace(kStoreDocumentKey, nameOf(stored));
-    return error;
+    return documentDamaged(nameOf(stored), "has no file.");
 }
 
 /// A file that something else names too, a template's for one, is not this envelope's to keep: it gets its

@@ -66,7 +66,7 @@ void NVMEnvelopeSynchronizer::syncEnvelope(EnvelopeRun& run) {
     if (run.cancellationsAtStart != cancellations()) return;
     const auto store = ObjectStore::defaultStore();
     if (!store) {
-        run.error = storeError(StoreError::NotOpen, "The store is not open.");
+        run.error = storeNotOpen();
         return;
     }
     const auto uploading = lockUploads(*store);

@@ -51,7 +51,7 @@ void updateStored(Find find, Change change, NVMEnvelopesHandler::EnvelopeComplet
     const auto store = ObjectStore::defaultStore();
     if (!store) {
         Platform::current().executors->mainQueue()->async([completion = std::move(completion)] {
-            const auto error = storeError(StoreError::NotOpen, "The store is not open.");
+            const auto error = storeNotOpen();
             postNotification(NVMEnvelopeUpdateFailedNotification,
                              cacheUserInfo(std::nullopt, std::nullopt, error));
             if (completion) completion(nullptr, error);

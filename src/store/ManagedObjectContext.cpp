@@ -19,10 +19,19 @@ struct ObjectGone {};
 
 using Change = std::function<void(TreeWriter&, Connection&)>;
 
-NVMError storeIsGone() { return storeError(StoreError::NotOpen, "The store is not open."); }
-
 NVMError objectIsGone() {
     return storeError(StoreError::ObjectGone, "What was to be changed was removed meanwhile.");
+}
+
+/// What the work reads on one of the store's connections.
+template <class T, class Work>
+Result<T> readFrom(const std::weak_ptr<ObjectStore>& weakStore, const Work& work) {
+    const auto store = weakStore.lock();
+    if (!store) return storeNotOpen();
+    T result{};
+    if (auto error = StoreWork::read(*store, [&](Connection& connection) { work(connection, result); }))
+        return *error;
+    return result;
 }
 
 /// The changes, until the transaction has taken them all.
@@ -69,64 +78,41 @@ ManagedObjectContext::fetchErased(const FetchRequest& request, const RecordType&
     const Query query(request);
     if (query.entity().type != &type)
         throw NVMException("InvalidFetchRequest", "a request of another entity");
-    const auto store = store_.lock();
-    if (!store) return storeIsGone();
-    std::vector<Erased> objects;
-    const auto load = [&](Connection& connection) {
+    return readFrom<std::vector<Erased>>(store_, [&](Connection& connection, std::vector<Erased>& objects) {
         for (const std::int64_t row : query.rows(connection))
             objects.push_back(loadTree(connection, query.entity(), row));
-    };
-    if (auto error = StoreWork::read(*store, load)) return *error;
-    return objects;
+    });
 }
 
 Result<ManagedObjectContext::Erased> ManagedObjectContext::objectErased(const ManagedObjectID& id,
                                                                         const RecordType& type) const {
-    const auto store = store_.lock();
-    if (!store) return storeIsGone();
-    Erased object;
-    if (id.entity != type.name()) return object;
-    const auto load = [&](Connection& connection) {
-        object = loadTree(connection, Model::current().entity(type), id.row);
-    };
-    if (auto error = StoreWork::read(*store, load)) return *error;
-    return object;
+    return readFrom<Erased>(store_, [&](Connection& connection, Erased& object) {
+        if (id.entity == type.name()) object = loadTree(connection, Model::current().entity(type), id.row);
+    });
 }
 
 Result<std::vector<ManagedObjectID>> ManagedObjectContext::fetchIDs(const FetchRequest& request) const {
+    using IDs = std::vector<ManagedObjectID>;
     const Query query(request);
-    const auto store = store_.lock();
-    if (!store) return storeIsGone();
-    std::vector<ManagedObjectID> ids;
-    const auto load = [&](Connection& connection) {
+    return readFrom<IDs>(store_, [&](Connection& connection, IDs& ids) {
         for (const std::int64_t row : query.rows(connection))
             ids.push_back({query.entity().name(), row});
-    };
-    if (auto error = StoreWork::read(*store, load)) return *error;
-    return ids;
+    });
 }
 
 Result<std::size_t> ManagedObjectContext::count(const FetchRequest& request) const {
     const Query query(request);
-    const auto store = store_.lock();
-    if (!store) return storeIsGone();
-    std::size_t count = 0;
-    if (auto error =
-            StoreWork::read(*store, [&](Connection& connection) { count = query.count(connection); }))
-        return *error;
-    return count;
+    return readFrom<std::size_t>(
+        store_, [&](Connection& connection, std::size_t& count) { count = query.count(connection); });
 }
 
 Result<std::vector<std::vector<Value>>>
 ManagedObjectContext::fetchProperties(const FetchRequest& request,
                                       const std::vector<std::string_view>& columns) const {
+    using Rows = std::vector<std::vector<Value>>;
     const Query query(request);
-    const auto store = store_.lock();
-    if (!store) return storeIsGone();
-    std::vector<std::vector<Value>> rows;
-    const auto load = [&](Connection& connection) { rows = query.properties(connection, columns); };
-    if (auto error = StoreWork::read(*store, load)) return *error;
-    return rows;
+    return readFrom<Rows>(
+        store_, [&](Connection& connection, Rows& rows) { rows = query.properties(connection, columns); });
 }
 
 void ManagedObjectContext::insertErased(const RecordType& type, Erased object) {
@@ -190,7 +176,7 @@ Failure ManagedObjectContext::save() {
     const Changes changes = std::exchange(*changes_, {});
     if (changes.changes.empty()) return std::nullopt;
     const auto store = store_.lock();
-    if (!store) return storeIsGone();
+    if (!store) return storeNotOpen();
     if (auto error = Transaction(changes.changes).run(*store)) return error;
     FileJournal::removeDropped(*store, changes.droppedFiles);
     return std::nullopt;

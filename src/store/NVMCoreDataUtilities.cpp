@@ -9,9 +9,8 @@ namespace norvane {
 std::shared_ptr<void> NVMCoreDataUtilities::load(const ManagedObjectID& id, const RecordType& type,
                                                  Failure* error) {
     const auto store = ObjectStore::defaultStore();
-    auto object =
-        store ? store->defaultContext().objectErased(id, type)
-              : Result<std::shared_ptr<void>>(storeError(StoreError::NotOpen, "The store is not open."));
+    auto object = store ? store->defaultContext().objectErased(id, type)
+                        : Result<std::shared_ptr<void>>(storeNotOpen());
     if (object) return std::move(object).value();
     if (error) *error = object.error();
     return nullptr;

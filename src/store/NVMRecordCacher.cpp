@@ -12,12 +12,6 @@
 
 namespace norvane {
 
-namespace {
-
-NVMError notOpen() { return storeError(StoreError::NotOpen, "The store is not open."); }
-
-} // namespace
-
 NVMRecordCacher::NVMRecordCacher(std::set<std::string> currentlyCachingRecordIds,
                                  std::shared_ptr<NVMEnvelopeCachingPolicy> cachingDelegate)
     : cachingDelegate_(std::move(cachingDelegate))
@@ -46,7 +40,7 @@ Failure NVMRecordCacher::enableCachingForRecordWithID(const std::string& recordI
 
 Failure NVMRecordCacher::disableCachingForRecordWithID(const std::string& recordId) {
     const auto store = ObjectStore::defaultStore();
-    if (!store) return notOpen();
+    if (!store) return storeNotOpen();
     const auto envelope = NVMEnvelopeCachingPolicy::cachedRecordFromLocalStorageForId(recordId);
     const auto error = store->saveAndWait([&](ManagedObjectContext& context) -> Failure {
         context.removeMatching(

@@ -10,8 +10,6 @@ namespace {
 
 constexpr int kScrubMilliseconds = 100;
 
-NVMError notOpen() { return storeError(StoreError::NotOpen, "The store is not open."); }
-
 } // namespace
 
 ObjectStore::Core::Core(std::filesystem::path file, std::shared_ptr<TaskQueue> saveQueue, Session session)
@@ -38,7 +36,7 @@ void ObjectStore::Core::giveBack(std::unique_ptr<Connection> reader) {
 }
 
 Failure ObjectStore::Core::read(const StoreWork::Work& work) {
-    if (!open_) return notOpen();
+    if (!open_) return storeNotOpen();
     std::unique_ptr<Connection> reader;
     try {
         reader = borrowReader();
@@ -54,7 +52,7 @@ Failure ObjectStore::Core::read(const StoreWork::Work& work) {
 
 Failure ObjectStore::Core::write(const StoreWork::Work& work) {
     const std::lock_guard lock(writing_);
-    if (!open_) return notOpen();
+    if (!open_) return storeNotOpen();
     try {
         if (!writer_) writer_ = std::make_unique<Connection>(file_, Connection::Use::Writing);
         WriteTransaction transaction(*writer_);
