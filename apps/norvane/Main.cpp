@@ -4,6 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <iostream>
+
 namespace {
 
 constexpr const char* kDescription =
@@ -20,6 +22,15 @@ A first session:
 
 Secrets come from the environment (NORVANE_PASSWORD, NORVANE_TOKEN, NORVANE_API_PASSWORD) or a prompt.
 Exit status: 0 done, 1 an error of the kit, 2 wrong usage.)";
+
+/// Says what is wrong with the command line, or what was asked to be told about it.
+norvane::cli::Exit explain(const CLI::App& program, const CLI::ParseError& error) {
+    const auto unknown = program.remaining(true);
+    const bool isUnknown = dynamic_cast<const CLI::RequiredError*>(&error) && !unknown.empty();
+    if (isUnknown) std::cerr << "norvane: no command \"" << unknown.front() << "\"; try norvane --help\n";
+    const int status = isUnknown ? error.get_exit_code() : program.exit(error);
+    return status == 0 ? norvane::cli::Exit::Done : norvane::cli::Exit::WrongUsage;
+}
 
 } // namespace
 
@@ -56,8 +67,7 @@ int main(int argc, char** argv) {
     } catch (const CLI::RuntimeError& stop) {
         return stop.get_exit_code();
     } catch (const CLI::ParseError& error) {
-        const int status = program.exit(error);
-        return status == 0 ? 0 : static_cast<int>(Exit::WrongUsage);
+        context.exit = explain(program, error);
     }
     return static_cast<int>(context.exit);
 }
