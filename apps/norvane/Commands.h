@@ -21,10 +21,17 @@ struct Context {
     }
 };
 
+/// Lets the last argument of a command begin with a hyphen; `takeHyphenated` fills it in when the command
+/// runs.
+void acceptHyphens(CLI::App& command, Context& context);
+void takeHyphenated(const CLI::App& command, std::optional<std::string>& argument);
+
 void addAccountCommands(CLI::App& program, Context& context);
 void addTemplateCommands(CLI::App& program, Context& context);
 void addSignCommand(CLI::App& program, Context& context);
 void addEnvelopeCommands(CLI::App& program, Context& context);
 void addConfigCommands(CLI::App& program, Context& context);
+void addQueryCommand(CLI::App& program, Context& context);
+void addValidateCommand(CLI::App& program, Context& context);
 
 } // namespace norvane::cli

@@ -39,6 +39,12 @@ Failure installPlatform(const GlobalOptions& options) {
     return std::nullopt;
 }
 
+void installPlatformWithoutHome(std::optional<std::string> locale) {
+    PlatformOptions options;
+    options.locale = std::move(locale);
+    Platform::install(Platform::withoutHome({}, options));
+}
+
 Failure setUpKit() {
     NVMManager::setup();
     return NVMManager::setupError();

@@ -26,6 +26,9 @@ struct GlobalOptions {
 /// action: whoever runs the program has said all in its arguments and its script.
 Failure installPlatform(const GlobalOptions& options);
 
+/// A platform for commands that keep nothing and reach nobody. `locale` as in PlatformOptions.
+void installPlatformWithoutHome(std::optional<std::string> locale);
+
 /// Set-up, then the stored sign-in. The error says what to do when nobody is signed in.
 Failure openKit();
 /// Set-up alone.

@@ -51,7 +51,10 @@ int main(int argc, char** argv) {
     program.add_option("--credentials", context.options.credentials, "Where credentials are kept")
         ->check(CLI::IsMember({"automatic", "file", "secret-service"}));
     // Before any command runs.
-    program.parse_complete_callback([&context] {
+    program.parse_complete_callback([&context, &program] {
+        // Queries answer in English whoever asks.
+        if (program.got_subcommand("query")) return installPlatformWithoutHome("en");
+        if (program.got_subcommand("validate")) return installPlatformWithoutHome(std::nullopt);
         if (const auto failure = installPlatform(context.options)) {
             context.exit = context.output().error(*failure);
             throw CLI::RuntimeError(static_cast<int>(context.exit));
@@ -62,6 +65,8 @@ int main(int argc, char** argv) {
     addSignCommand(program, context);
     addEnvelopeCommands(program, context);
     addConfigCommands(program, context);
+    addQueryCommand(program, context);
+    addValidateCommand(program, context);
     try {
         program.parse(argc, argv);
     } catch (const CLI::RuntimeError& stop) {

@@ -1,10 +1,10 @@
 #include "SigningScript.h"
 
+#include "DefaultsFile.h"
 #include "SignatureFile.h"
 
 #include <norvane/platform/Json.h>
 #include <norvane/platform/Platform.h>
-#include <norvane/record/RecordValue.h>
 
 #include <set>
 
@@ -49,24 +49,6 @@ Failure readImage(const Value& name, const std::filesystem::path& folder, const 
     return std::nullopt;
 }
 
-Result<NVMEnvelopeDefaults> readDefaults(const Value& value) {
-    if (!value.isDictionary()) return wrong("must give \"defaults\" as an object");
-    Dictionary fields = *value.asDictionary();
-    TabValueDefaults tabValues;
-    if (const auto given = fields.extract("tabValueDefaults"); !given.empty()) {
-        const Dictionary* values = given.mapped().asDictionary();
-        if (!values) return wrong("must give \"tabValueDefaults\" as an object of tab label to text");
-        for (const auto& [label, text] : *values) {
-            if (!text.isString()) return wrong("must give the default of \"" + label + "\" as a text");
-            tabValues.emplace_back(label, *text.asString());
-        }
-    }
-    auto defaults = recordFromValue<NVMEnvelopeDefaults>(fields);
-    if (!defaults) return wrong("has wrong defaults: " + defaults.error().localizedDescription());
-    if (!tabValues.empty()) defaults->tabValueDefaults = std::move(tabValues);
-    return defaults;
-}
-
 Result<ScriptedSigner> readSigner(const Value& value, const std::filesystem::path& folder) {
     const Dictionary* object = value.asDictionary();
     if (!object) return wrong("must hold objects in \"signers\"");
@@ -97,7 +79,8 @@ Result<SigningScript> readSigningScript(const std::filesystem::path& file) {
 
     SigningScript script;
     if (const Value& defaults = (*document)["defaults"]; !defaults.isNull()) {
-        auto read = readDefaults(defaults);
+        if (!defaults.isDictionary()) return wrong("must give \"defaults\" as an object");
+        auto read = defaultsFromJson(bytes->view(), "/defaults");
         if (!read) return read.error();
         script.defaults = std::move(*read);
     }

@@ -1,6 +1,6 @@
 #include "src/model/CustomFieldMerge.h"
 
-#include <norvane/model/NVMEnvelopeDefinition.h>
+#include <norvane/model/NVMEnvelopeDefaults.h>
 
 // The part of an envelope that takes the host's custom fields and mail texts.
 
@@ -16,10 +16,9 @@ void NVMEnvelopeDefinition::applyCustomFields(const std::shared_ptr<NVMCustomFie
     mergeCustomFields(given->listCustomFields, customFields->listCustomFields);
 }
 
-void NVMEnvelopeDefinition::updateSubjectAndNote(const std::optional<std::string>& subject,
-                                                 const std::optional<std::string>& blurb) {
-    if (subject) emailSubject = subject;
-    if (blurb) emailBlurb = blurb;
+void NVMEnvelopeDefinition::updateSubjectAndNoteForEnvelope(const NVMEnvelopeDefaults& defaults) {
+    if (defaults.emailSubject) emailSubject = defaults.emailSubject;
+    if (defaults.emailBlurb) emailBlurb = defaults.emailBlurb;
 }
 
 } // namespace norvane

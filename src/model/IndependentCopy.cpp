@@ -7,7 +7,11 @@ namespace {
 
 void adoptRadios(const NVMRadioGroup&, NVMRadioGroup& copy) { copy.adoptRadios(); }
 
+/// A copied text stays the same object.
+void shareTabId(const NVMRadio& radio, NVMRadio& copy) { copy.tabIdIdentity = radio.tabIdIdentity; }
+
 constexpr ConversionRule kRules[] = {
+    {&NVMRadio::type, &NVMRadio::type, {}, {}, &Then<shareTabId>::apply},
     {&NVMRadioGroup::type, &NVMRadioGroup::type, {}, {}, &Then<adoptRadios>::apply},
 };
 

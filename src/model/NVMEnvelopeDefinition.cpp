@@ -3,6 +3,7 @@
 #include <norvane/sdk/Configuration.h>
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace norvane {
 
@@ -10,20 +11,29 @@ NORVANE_TABLE(NVMEnvelopeDefinition, NVM_ENVELOPE_TEMPLATE_FIELDS)
 
 namespace {
 
-bool isEmpty(const std::optional<std::string>& text) { return !text || text->empty(); }
-
 std::int64_t orderOf(const NVMDocument& document) { return Value(document.order).integerValue(); }
 
 void assignLabelAndId(NVMTab& tab, std::size_t number) {
     const std::string digits = std::to_string(number);
-    if (isEmpty(tab.tabLabel)) tab.tabLabel = tab.nvm_nameForTagType().value_or("") + " tab " + digits;
-    if (isEmpty(tab.tabId)) tab.tabId = digits;
+    if (!tab.tabLabel) tab.tabLabel = tab.nvm_nameForTagType().value_or("") + " tab " + digits;
+    if (!tab.tabId) tab.tabId = digits;
 }
 
-bool isAnySelected(const NVMRadioGroup& group) {
-    return group.radios && std::any_of(group.radios->begin(), group.radios->end(),
-                                       [](const auto& radio) { return radio->selected; });
-}
+/// Which groups have a selected radio; asks each group once, however many radios it has.
+class Selections {
+  public:
+    bool isAnySelected(const std::shared_ptr<NVMRadioGroup>& group) {
+        if (!group || !group->radios) return false;
+        const auto [entry, isNew] = byGroup_.try_emplace(group.get(), false);
+        if (isNew)
+            entry->second = std::any_of(group->radios->begin(), group->radios->end(),
+                                        [](const auto& radio) { return radio->selected; });
+        return entry->second;
+    }
+
+  private:
+    std::unordered_map<const NVMRadioGroup*, bool> byGroup_;
+};
 
 } // namespace
 
@@ -61,10 +71,11 @@ std::optional<TabList> NVMEnvelopeDefinition::remainingTagsIncludingOptionalForR
     const std::shared_ptr<NVMRecipient>& recipient) const {
     auto tags = tagsForSigner(recipient);
     if (!tags) return std::nullopt;
+    Selections selections;
     std::erase_if(*tags, [&](const auto& tab) {
+        if (tab->tabType == NVMTabTypeUnsupported) return true;
         if (&tab->recordType() != &NVMRadio::type()) return !getTagValue(*tab);
-        const auto group = radioGroupWith(static_cast<const NVMRadio&>(*tab), recipient);
-        return group && isAnySelected(*group);
+        return selections.isAnySelected(static_cast<const NVMRadio&>(*tab).radioGroup.lock());
     });
     return tags;
 }
@@ -78,10 +89,11 @@ std::optional<TabList> NVMEnvelopeDefinition::remainingRequiredTagsForRecipient(
     return tags;
 }
 
-TabList NVMEnvelopeDefinition::requiredNavigableTagsForRecipient(
+std::optional<TabList> NVMEnvelopeDefinition::requiredNavigableTagsForRecipient(
     const std::shared_ptr<NVMRecipient>& recipient) const {
-    TabList tags = tagsForSigner(recipient).value_or(TabList());
-    std::erase_if(tags, [](const auto& tab) {
+    auto tags = tagsForSigner(recipient);
+    if (!tags) return std::nullopt;
+    std::erase_if(*tags, [](const auto& tab) {
         return tab->tabType == NVMTabTypeFullName || tab->tabType == NVMTabTypeDateSigned ||
                !tab->nvm_required();
     });

@@ -4,6 +4,7 @@
 #include <norvane/sdk/NVMCredentials.h>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace norvane {
 
@@ -11,14 +12,22 @@ NORVANE_TABLE(NVMEnvelopeTemplate, NVM_ENVELOPE_TEMPLATE_FIELDS)
 
 namespace {
 
+/// The first of each object stays.
+template <class T>
+std::vector<std::shared_ptr<T>> withoutDuplicates(std::vector<std::shared_ptr<T>> list) {
+    std::unordered_set<const T*> seen;
+    std::erase_if(list, [&](const auto& item) { return !seen.insert(item.get()).second; });
+    return list;
+}
+
 template <class T>
 RecipientList sortedByRoutingOrder(const field::List<T>& list) {
     if (!list) return {};
     RecipientList sorted(list->begin(), list->end());
-    // An absent number is less than any other.
-    std::stable_sort(sorted.begin(), sorted.end(),
-                     [](const auto& a, const auto& b) { return a->routingOrder < b->routingOrder; });
-    return sorted;
+    std::stable_sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) {
+        return a->routingOrder.value_or(0) < b->routingOrder.value_or(0);
+    });
+    return withoutDuplicates(std::move(sorted));
 }
 
 } // namespace
@@ -38,10 +47,14 @@ bool NVMEnvelopeTemplate::isSelfSign() const {
     return account && signers.front()->matchesNameAndEmailOfAccount(*account);
 }
 
-DocumentList NVMEnvelopeTemplate::allDocuments() const { return documents.value_or(DocumentList()); }
+DocumentList NVMEnvelopeTemplate::allDocuments() const {
+    return withoutDuplicates(documents.value_or(DocumentList()));
+}
 
 std::optional<RecipientList> NVMEnvelopeTemplate::recipientsOfType(NVMRecipientType recipientType) const {
-    return recipients ? recipients->recipientsOfType(recipientType) : std::nullopt;
+    auto list = recipients ? recipients->recipientsOfType(recipientType) : std::nullopt;
+    if (list) list = withoutDuplicates(*std::move(list));
+    return list;
 }
 
 RecipientList NVMEnvelopeTemplate::allSigners() const {
@@ -96,7 +109,7 @@ NVMEnvelopeTemplate::radioGroupWith(const NVMRadio& radio,
     for (const auto& group : *groups) {
         if (!group->radios) continue;
         for (const auto& candidate : *group->radios)
-            if (&candidate->tabId == &radio.tabId) return group;
+            if (candidate->tabIdIdentity == radio.tabIdIdentity) return group;
     }
     return nullptr;
 }

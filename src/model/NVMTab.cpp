@@ -3,6 +3,8 @@
 #include <norvane/model/NVMTab.h>
 #include <norvane/model/NVMTabs.h>
 
+#include <atomic>
+
 namespace norvane {
 
 NORVANE_TABLE(NVMTab, NVM_TAB_FIELDS)
@@ -81,6 +83,11 @@ bool NVMCheckbox::lacksValue() {
 bool NVMRadio::lacksValue() {
     value = selected ? "X" : "";
     return false;
+}
+
+std::uint64_t NVMRadio::newTabIdIdentity() {
+    static std::atomic<std::uint64_t> last = 0;
+    return ++last;
 }
 
 void NVMRadioGroup::adoptRadios() {

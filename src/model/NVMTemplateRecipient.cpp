@@ -34,8 +34,7 @@ NVMTemplateRecipient::NVMTemplateRecipient(const NVMRecipient& recipient)
     , inPersonSignerName(trimmedText(recipient, "signerName"))
     , inPersonSignerEmail(trimmedText(recipient, "signerEmail"))
     , routingOrder(recipient.routingOrder)
-    , editDisabled(recipient.templateLocked)
-    , tabs(recipient.signerTabs()) {
+    , editDisabled(recipient.templateLocked) {
     const bool isInPerson = recipientType == NVMRecipientTypeInPersonSigner;
     recipientName = trimmedText(recipient, isInPerson ? "hostName" : "name");
     recipientEmail = trimmedText(recipient, isInPerson ? "hostEmail" : "email");

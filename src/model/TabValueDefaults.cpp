@@ -8,60 +8,62 @@
 namespace norvane {
 namespace {
 
-std::optional<std::string> entryOf(const std::string& key, const TabValueDefaults& defaults) {
-    const auto entry =
-        std::find_if(defaults.rbegin(), defaults.rend(), [&](const auto& pair) { return pair.first == key; });
-    return entry == defaults.rend() ? std::nullopt : entry->second;
-}
-
 bool isFillable(const NVMTab& tab) {
     return tab.tabType == NVMTabTypeText || tab.tabType == NVMTabTypeCompany ||
            tab.tabType == NVMTabTypeTitle;
 }
 
-} // namespace
-
-std::optional<std::string> valueForTabLabel(const std::optional<std::string>& label, const std::string& key,
-                                            std::uint64_t comparison, const TabValueDefaults& defaults) {
-    if (!label) return std::nullopt;
-    switch (comparison) {
-    case kLabelIsKey:
-        return entryOf(*label, defaults);
-    case kLabelEqualsKeyIgnoringCase:
-        if (!foldedEqual(*label, key, Diacritics::Ignore)) return std::nullopt;
-        return entryOf(key, defaults);
-    case kLabelContainsKey:
-        // An empty text is no piece of another.
-        if (key.empty() || label->find(key) == std::string::npos) return std::nullopt;
-        return entryOf(key, defaults);
-    default:
-        return std::nullopt;
+void fill(const TabList& tabs, const TabValueMatcher& matcher) {
+    for (const auto& tab : tabs) {
+        if (!isFillable(*tab)) continue;
+        if (auto value = matcher.valueForLabel(tab->tabLabel)) tab->value = std::move(value);
     }
 }
 
-std::optional<std::string> valueForTabLabel(const std::optional<std::string>& label, std::uint64_t comparison,
-                                            const TabValueDefaults& defaults) {
-    std::optional<std::string> value;
-    for (const auto& entry : defaults)
-        if (auto found = valueForTabLabel(label, entry.first, comparison, defaults)) value = std::move(found);
-    return value;
+} // namespace
+
+TabValueMatcher::TabValueMatcher(std::uint64_t comparison, const TabValueDefaults& defaults)
+    : comparison_(comparison) {
+    for (const auto& [key, value] : defaults) {
+        if (!value) continue;
+        if (comparison == kLabelIsKey)
+            byKey_[key] = &*value;
+        else if (comparison == kLabelEqualsKeyIgnoringCase)
+            byKey_[foldedText(key, Diacritics::Ignore)] = &*value;
+        else if (comparison == kLabelContainsKey && !key.empty()) // An empty text is no piece of another.
+            pieces_.emplace_back(key, &*value);
+    }
+}
+
+std::optional<std::string> TabValueMatcher::valueForLabel(const std::optional<std::string>& label) const {
+    if (!label) return std::nullopt;
+    if (comparison_ == kLabelContainsKey) {
+        const auto piece = std::find_if(pieces_.rbegin(), pieces_.rend(), [&](const auto& entry) {
+            return label->find(entry.first) != std::string::npos;
+        });
+        return piece == pieces_.rend() ? std::nullopt : std::optional(*piece->second);
+    }
+    if (byKey_.empty()) return std::nullopt;
+    const auto entry =
+        byKey_.find(comparison_ == kLabelIsKey ? *label : foldedText(*label, Diacritics::Ignore));
+    return entry == byKey_.end() ? std::nullopt : std::optional(*entry->second);
 }
 
 void NVMEnvelopeDefinition::applyTabValueDefaults(const std::optional<TabValueDefaults>& defaults) {
-    if (!defaults) return;
-    const std::uint64_t comparison = configuredValueForSetupKeyTabDefaultsComparison();
-    for (const auto& entry : *defaults)
-        applyDefaultsToTabsWithTabLabel(entry.first, comparison, *defaults);
+    // One pass with all keys ends as one pass a key does: the last matching key has the last word.
+    if (defaults)
+        fill(allTags(), TabValueMatcher(configuredValueForSetupKeyTabDefaultsComparison(), *defaults));
 }
 
 void NVMEnvelopeDefinition::applyDefaultsToTabsWithTabLabel(const std::string& key,
                                                             std::uint64_t matchingComparision,
                                                             const TabValueDefaults& defaults) {
-    for (const auto& tab : allTags()) {
-        if (!isFillable(*tab)) continue;
-        if (auto value = valueForTabLabel(tab->tabLabel, key, matchingComparision, defaults))
-            tab->value = std::move(value);
-    }
+    if (matchingComparision == kLabelIsKey)
+        return fill(allTags(), TabValueMatcher(matchingComparision, defaults));
+    TabValueDefaults ofKey;
+    std::copy_if(defaults.begin(), defaults.end(), std::back_inserter(ofKey),
+                 [&](const auto& entry) { return entry.first == key; });
+    fill(allTags(), TabValueMatcher(matchingComparision, ofKey));
 }
 
 } // namespace norvane

@@ -28,6 +28,9 @@ Failure makeFolders(ApplicationFolders& folders);
 
 std::shared_ptr<Files> makeLinuxFiles(ApplicationFolders folders);
 std::shared_ptr<UserDefaults> makeFileUserDefaults(std::filesystem::path folder, std::shared_ptr<Log> log);
+/// Both forget all when they go.
+std::shared_ptr<UserDefaults> makeMemoryUserDefaults();
+std::shared_ptr<CredentialStore> makeMemoryCredentialStore();
 std::shared_ptr<Executors> makeAsioExecutors(std::shared_ptr<TaskQueue> hostMainQueue);
 std::shared_ptr<NotificationCentre> makeLocalNotificationCentre();
 std::shared_ptr<Clock> makeSystemClock();

@@ -232,16 +232,39 @@ simdjson::error_code parse(dom::parser& parser, std::string_view text, dom::elem
     return parser.parse(text.data(), text.size(), true).get(document);
 }
 
-} // namespace
-
-Result<Value> parseJson(std::string_view text) {
+/// The root; it lives as long as the parser.
+Result<dom::element> parse(dom::parser& parser, std::string_view text) {
     if (text.size() > kJsonMaximumSize) return jsonError(JsonError::TooLarge, "The document is too large.");
-    dom::parser parser;
     dom::element document;
     auto error = parse(parser, text, document);
     if (error == simdjson::NUMBER_ERROR) error = parse(parser, withLongIntegersAsDecimals(text), document);
     if (error) return errorOf(error);
-    return Converter().convert(document);
+    return document;
+}
+
+} // namespace
+
+Result<Value> parseJson(std::string_view text) {
+    dom::parser parser;
+    const auto document = parse(parser, text);
+    if (!document) return document.error();
+    return Converter().convert(*document);
+}
+
+Result<std::vector<std::pair<std::string, Value>>> parseJsonMembers(std::string_view text,
+                                                                    std::string_view pointer) {
+    dom::parser parser;
+    const auto document = parse(parser, text);
+    if (!document) return document.error();
+    std::vector<std::pair<std::string, Value>> members;
+    dom::object object;
+    if (document->at_pointer(pointer).get(object)) return members;
+    for (const dom::key_value_pair member : object) {
+        auto value = Converter().convert(member.value);
+        if (!value) return value.error();
+        members.emplace_back(member.key, std::move(*value));
+    }
+    return members;
 }
 
 std::string writeJson(const Value& value, bool pretty) {

@@ -83,6 +83,18 @@ Result<Platform> Platform::complete(Platform given, const PlatformOptions& optio
     return platform;
 }
 
+Platform Platform::withoutHome(Platform given, const PlatformOptions& options) {
+    Platform platform = std::move(given);
+    provide(platform.log, makeSystemLog);
+    provide(platform.userDefaults, makeMemoryUserDefaults);
+    provide(platform.credentials, makeMemoryCredentialStore);
+    provide(platform.notifications, makeLocalNotificationCentre);
+    provide(platform.clock, makeSystemClock);
+    provide(platform.random, makeSystemRandom);
+    provide(platform.strings, [&] { return makeJsonStringTable(options.locale); });
+    return platform;
+}
+
 void Platform::install(Platform platform) {
     installation().replace(std::make_unique<const Platform>(std::move(platform)));
     static const EndAtExit endAtExit;

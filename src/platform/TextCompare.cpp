@@ -6,6 +6,8 @@
 #include <unicode/unistr.h>
 #include <unicode/utf8.h>
 
+#include <algorithm>
+
 namespace norvane {
 namespace {
 
@@ -22,19 +24,23 @@ icu::UnicodeString decomposed(const icu::UnicodeString& text) {
     return U_SUCCESS(status) ? result : text;
 }
 
-/// Accents and points, by the class that says where they attach. Marks of other classes are letters of their
-/// scripts: vowel signs, voicing marks.
-bool isDiacritic(UChar32 character) {
-    const std::uint8_t position = u_getCombiningClass(character);
-    return position >= 200 || (position >= 10 && position <= 36);
-}
-
-icu::UnicodeString withoutDiacritics(const icu::UnicodeString& text) {
+icu::UnicodeString withoutMarks(const icu::UnicodeString& text) {
     icu::UnicodeString result;
     for (std::int32_t index = 0; index < text.length(); index = text.moveIndex32(index, 1)) {
         const UChar32 character = text.char32At(index);
-        if (!isDiacritic(character)) result.append(character);
+        if (u_getCombiningClass(character) == 0) result.append(character);
     }
+    return result;
+}
+
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string asciiFolded(std::string_view text) {
+    std::string result(text);
+    for (char& character : result)
+        if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
     return result;
 }
 
@@ -43,7 +49,7 @@ icu::UnicodeString folded(std::string_view text, Diacritics diacritics) {
         icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
     result.foldCase(U_FOLD_CASE_DEFAULT);
     result = decomposed(result);
-    if (diacritics == Diacritics::Ignore) result = withoutDiacritics(result);
+    if (diacritics == Diacritics::Ignore) result = withoutMarks(result);
     // Decomposing can uncover letters that fold once more.
     return decomposed(result.foldCase(U_FOLD_CASE_DEFAULT));
 }
@@ -55,12 +61,20 @@ bool isSpace(UChar32 character) {
 
 } // namespace
 
+std::string foldedText(std::string_view text, Diacritics diacritics) {
+    if (isAscii(text)) return asciiFolded(text);
+    std::string result;
+    folded(text, diacritics).toUTF8String(result);
+    return result;
+}
+
 bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics) {
-    return a == b || folded(a, diacritics) == folded(b, diacritics);
+    return a == b || foldedText(a, diacritics) == foldedText(b, diacritics);
 }
 
 bool foldedContains(std::string_view text, std::string_view part) {
-    return folded(text, Diacritics::Ignore).indexOf(folded(part, Diacritics::Ignore)) >= 0;
+    return foldedText(text, Diacritics::Ignore).find(foldedText(part, Diacritics::Ignore)) !=
+           std::string::npos;
 }
 
 std::string_view trimmed(std::string_view text) {

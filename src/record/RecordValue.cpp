@@ -1,6 +1,10 @@
 #include <norvane/platform/Base64.h>
 #include <norvane/platform/DateFormat.h>
+#include <norvane/platform/Json.h>
 #include <norvane/record/RecordValue.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace norvane {
 
@@ -35,9 +39,7 @@ class Filling {
             field.as<bool>(record) = value.boolValue();
             return std::nullopt;
         case FieldKind::Integer:
-            if (!value.isInteger()) return error(place, "must be a whole number");
-            field.as<std::int64_t>(record) = value.integerValue();
-            return std::nullopt;
+            return setInteger(field, record, value, place);
         case FieldKind::Number:
             if (!value.asDouble() || value.isBool()) return error(place, "must be a number");
             field.as<field::Number>(record) = value.asDouble();
@@ -45,9 +47,7 @@ class Filling {
         case FieldKind::DateTime:
             return setDate(field, record, value, place);
         case FieldKind::Bytes:
-            if (!value.isString()) return error(place, "must be bytes in base64");
-            field.as<field::Bytes>(record) = decodeBase64(*value.asString());
-            return std::nullopt;
+            return setBytes(field, record, value, place);
         case FieldKind::TextList:
             return setTexts(field, record, value, place);
         case FieldKind::Any:
@@ -67,6 +67,26 @@ class Filling {
     static Failure setText(const Field& field, void* record, const Value& value, const std::string& place) {
         if (!value.isString()) return error(place, "must be a text");
         field.as<field::Text>(record) = *value.asString();
+        return std::nullopt;
+    }
+
+    /// "3.0" says a whole number too.
+    static Failure setInteger(const Field& field, void* record, const Value& value,
+                              const std::string& place) {
+        constexpr double kExactIntegers = 9007199254740992.0;
+        const auto number = value.isBool() ? std::nullopt : value.asDouble();
+        const bool isWhole = value.isInteger() || (number && std::trunc(*number) == *number &&
+                                                   std::abs(*number) <= kExactIntegers);
+        if (!isWhole) return error(place, "must be a whole number");
+        field.as<std::int64_t>(record) = value.integerValue();
+        return std::nullopt;
+    }
+
+    static Failure setBytes(const Field& field, void* record, const Value& value, const std::string& place) {
+        const std::string* text = value.asString();
+        Data bytes = text ? decodeBase64(*text) : Data();
+        if (!text || encodeBase64(bytes.view()) != *text) return error(place, "must be bytes in base64");
+        field.as<field::Bytes>(record) = std::move(bytes);
         return std::nullopt;
     }
 
@@ -109,7 +129,50 @@ class Filling {
     }
 };
 
+using IsSet = bool (*)(const RecordType& type);
+
+void sortByName(Array& records) {
+    const auto keyOf = [](const Value& value) {
+        return std::pair(value["name"].stringValue(), writeJson(value));
+    };
+    std::vector<std::pair<decltype(keyOf(Value())), Value>> keyed;
+    for (Value& record : records)
+        keyed.emplace_back(keyOf(record), std::move(record));
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::transform(keyed.begin(), keyed.end(), records.begin(),
+                   [](auto& pair) { return std::move(pair.second); });
+}
+
+Array valuesOfList(const Field& field, const void* record, IsSet isSetOf) {
+    const ReferenceAccess& access = *field.reference;
+    const void* member = field.in(record);
+    Array values;
+    for (std::size_t index = 0; index < access.size(member); ++index)
+        values.push_back(valuesOfRecord(access.type(), access.at(member, index), isSetOf));
+    if (isSetOf && isSetOf(access.type())) sortByName(values);
+    return values;
+}
+
+Value valueOfField(const Field& field, const void* record, IsSet isSetOf) {
+    switch (field.kind) {
+    case FieldKind::Record:
+        return valuesOfRecord(field.reference->type(), field.reference->at(field.in(record), 0), isSetOf);
+    case FieldKind::List:
+        return valuesOfList(field, record, isSetOf);
+    default:
+        return valueOf(field, record);
+    }
+}
+
 } // namespace
+
+Dictionary valuesOfRecord(const RecordType& type, const void* record, IsSet isSetOf) {
+    Dictionary values;
+    for (const Field& field : type.fields())
+        if (hasValue(field, record)) values.emplace(field.name, valueOfField(field, record, isSetOf));
+    return values;
+}
 
 Failure fillRecord(const RecordType& type, void* record, const Dictionary& values) {
     return Filling().fill(type, record, values, {});

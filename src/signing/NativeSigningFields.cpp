@@ -139,7 +139,8 @@ void NVMNativeSigningViewController::scrollToNextField() {
     std::vector<std::shared_ptr<NVMTab>> fields;
     const bool blankOnly =
         configuredValueForSetupKey(NVM_SETUP_OFFLINE_SIGNING_NAVIGATE_BLANK_REQUIRED_FIELDS);
-    for (const auto& tab : envelope()->requiredNavigableTagsForRecipient(currentRecipient_))
+    const auto required = envelope()->requiredNavigableTagsForRecipient(currentRecipient_);
+    for (const auto& tab : required.value_or(TabList()))
         if (annotationFor(*tab) && (!blankOnly || isBlank(*tab))) fields.push_back(tab);
     if (fields.empty()) return;
     const auto place = [&](const std::shared_ptr<NVMTab>& tab) { return placeOf(*tab, pageOf(*tab)); };

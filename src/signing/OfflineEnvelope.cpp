@@ -23,7 +23,7 @@ Failure applyDefaults(NVMEnvelopeDefinition& envelope, const NVMEnvelopeDefaults
     }
     envelope.applyTabValueDefaults(defaults.tabValueDefaults);
     if (defaults.customFields) envelope.applyCustomFields(defaults.customFields);
-    envelope.updateSubjectAndNote(defaults.emailSubject, defaults.emailBlurb);
+    envelope.updateSubjectAndNoteForEnvelope(defaults);
     return std::nullopt;
 }
 

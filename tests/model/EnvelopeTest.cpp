@@ -17,10 +17,10 @@ void signOffline(NVMRecipient& recipient) {
 }
 
 TEST_F(Envelope, SignersAreSortedByRoutingOrderKindByKind) {
-    const auto envelope =
-        envelopeOf({inPersonSigner("p2", 2), inPersonSigner("p1", 1), signer("s3", "", "", 3),
-                    signer("s1a", "", "", 1), signer("s1b", "", "", 1), signer("s", "", "", std::nullopt)});
-    EXPECT_EQ(idsOf(envelope->allSigners()), (Ids{"s", "s1a", "s1b", "s3", "p1", "p2"}));
+    const auto envelope = envelopeOf(
+        {inPersonSigner("p2", 2), inPersonSigner("p1", 1), signer("s3", "", "", 3), signer("s1a", "", "", 1),
+         signer("s1b", "", "", 1), signer("s", "", "", std::nullopt), signer("s0", "", "", -1)});
+    EXPECT_EQ(idsOf(envelope->allSigners()), (Ids{"s0", "s", "s1a", "s1b", "s3", "p1", "p2"}));
 }
 
 TEST_F(Envelope, LocalSignersAreTheUserAndThoseWhomTheUserHosts) {

@@ -90,7 +90,14 @@ TEST_F(Tabs, RemainingTabsLackAValueOrASelection) {
     EXPECT_EQ(box->value, "X") << "asking rewrites the value";
     EXPECT_EQ(envelope_->remainingRequiredTagsForRecipient(signer_)->size(), 3u);
     EXPECT_EQ(envelope_->radioGroupWith(*radio, signer_), radio->radioGroup.lock());
-    EXPECT_FALSE(envelope_->radioGroupWith(NVMRadio(*radio), signer_)) << "an equal radio is not that radio";
+    EXPECT_TRUE(envelope_->radioGroupWith(NVMRadio(*radio), signer_)) << "a copy shares its id";
+    NVMRadio equal;
+    equal.tabId = radio->tabId;
+    EXPECT_FALSE(envelope_->radioGroupWith(equal, signer_)) << "an equal id is not that id";
+    const auto copy = NVMTabs::withTabs(*signer_->tabs);
+    const auto& copied = copy->radioGroupTabs->front()->radios->front();
+    EXPECT_EQ(envelope_->radioGroupWith(*copied, signer_), radio->radioGroup.lock());
+    EXPECT_EQ(copied->radioGroup.lock(), copy->radioGroupTabs->front());
 
     text->value = "x";
     sign->imageData = std::make_shared<NVMTabImageData>(Data("png"));
@@ -108,9 +115,20 @@ TEST_F(Tabs, NavigationPassesOverTabsThatFillThemselves) {
     add<NVMFormula>("formula");
     add<NVMInitialHere>("initials");
     const auto tags = envelope_->requiredNavigableTagsForRecipient(signer_);
-    ASSERT_EQ(tags.size(), 2u);
-    EXPECT_EQ(tags[0]->tabLabel, "initials");
-    EXPECT_EQ(tags[1]->tabLabel, "formula");
+    ASSERT_EQ(tags->size(), 2u);
+    EXPECT_EQ(tags->at(0)->tabLabel, "initials");
+    EXPECT_EQ(tags->at(1)->tabLabel, "formula");
+    EXPECT_EQ(envelope_->requiredNavigableTagsForRecipient(std::make_shared<NVMAgent>()), std::nullopt);
+}
+
+TEST_F(Tabs, UnsupportedTabsAreRequiredAndNeverRemaining) {
+    add<NVMText>("text")->tabType = NVMTabTypeUnsupported;
+    add<NVMDateSigned>("date")->tabType = NVMTabTypeUnsupported;
+    addRadioGroup()->tabType = NVMTabTypeUnsupported;
+    const auto remaining = envelope_->remainingTagsIncludingOptionalForRecipient(signer_);
+    ASSERT_EQ(remaining->size(), 1u) << "the other radio";
+    EXPECT_EQ(envelope_->remainingRequiredTagsForRecipient(signer_), std::nullopt);
+    EXPECT_EQ(envelope_->requiredNavigableTagsForRecipient(signer_)->size(), 3u);
 }
 
 TEST_F(Tabs, LabelsAndIdsAreNumberedThroughAllSigners) {
@@ -118,6 +136,7 @@ TEST_F(Tabs, LabelsAndIdsAreNumberedThroughAllSigners) {
     envelope_ = envelopeOf({second, signer_});
     const auto kept = add<NVMText>("Kept");
     kept->tabId = "own";
+    const auto blank = add<NVMText>("");
     const auto unnamed = std::make_shared<NVMText>();
     signer_->tabs->addTab(unnamed);
     const auto last = std::make_shared<NVMSignHere>();
@@ -125,10 +144,12 @@ TEST_F(Tabs, LabelsAndIdsAreNumberedThroughAllSigners) {
     envelope_->assignLabelsAndIDsToTabs();
     EXPECT_EQ(kept->tabLabel, "Kept");
     EXPECT_EQ(kept->tabId, "own");
-    EXPECT_EQ(unnamed->tabLabel, "Text tab 2");
-    EXPECT_EQ(unnamed->tabId, "2");
-    EXPECT_EQ(last->tabLabel, "Sign Here tab 3");
-    EXPECT_EQ(last->tabId, "3");
+    EXPECT_EQ(blank->tabLabel, "") << "an empty label is one";
+    EXPECT_EQ(blank->tabId, "2");
+    EXPECT_EQ(unnamed->tabLabel, "Text tab 3");
+    EXPECT_EQ(unnamed->tabId, "3");
+    EXPECT_EQ(last->tabLabel, "Sign Here tab 4");
+    EXPECT_EQ(last->tabId, "4");
     envelope_->assignLabelsAndIDsToTabsWithForceAssign(true);
     EXPECT_EQ(kept->tabId, "own");
 }

@@ -14,6 +14,7 @@
 namespace norvane {
 
 struct NVMCDEnvelopeDefinition;
+struct NVMEnvelopeDefaults;
 struct NVMRecipientDefault;
 
 /// Tab label (or a piece of one) to value, in the order in which the host gave them.
@@ -38,7 +39,7 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
 
     void assignLabelsAndIDsToTabs() { assignLabelsAndIDsToTabsWithForceAssign(false); }
     /// Gives tabs without one a label ("Text tab 3") and an id ("3"), numbered through all signers in the
-    /// order of `allSigners`. What a tab has is never replaced, by force or not.
+    /// order of `allSigners`. What a tab has, be it empty, is never replaced, by force or not.
     void assignLabelsAndIDsToTabsWithForceAssign(bool force);
 
     /// Whether the tab still lacks a value; see NVMTab::lacksValue. Never for type 0.
@@ -50,8 +51,10 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
     /// Those of them that are required; absent, not empty, when none is left.
     std::optional<TabList>
     remainingRequiredTagsForRecipient(const std::shared_ptr<NVMRecipient>& recipient) const;
-    /// The required tabs, less full name and date signed, which fill themselves.
-    TabList requiredNavigableTagsForRecipient(const std::shared_ptr<NVMRecipient>& recipient) const;
+    /// The required tabs, less full name and date signed, which fill themselves. Absent where `tagsForSigner`
+    /// is.
+    std::optional<TabList>
+    requiredNavigableTagsForRecipient(const std::shared_ptr<NVMRecipient>& recipient) const;
 
     /// Whether the set-up asks for tabs that are locked and required, but have no usable value, to be
     /// unlocked.
@@ -66,15 +69,15 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
     /// Fills text, company and title tabs whose label matches a key as the set-up says; where several match,
     /// the last wins. Nothing when absent.
     void applyTabValueDefaults(const std::optional<TabValueDefaults>& defaults);
-    /// The step of one key; `matchingComparision` as NVM_SETUP_TAB_DEFAULTS_COMPARISION lists them.
+    /// The step of one key; `matchingComparision` as NVM_SETUP_TAB_DEFAULTS_COMPARISION lists them. With 0
+    /// the key plays no part, deliberately: every label is looked up.
     void applyDefaultsToTabsWithTabLabel(const std::string& key, std::uint64_t matchingComparision,
                                          const TabValueDefaults& defaults);
     /// Takes the record as it is when there is none yet; else merges its fields into those of the same name
     /// and adds the others.
     void applyCustomFields(const std::shared_ptr<NVMCustomFields>& given);
     /// Copies `emailSubject` and `emailBlurb`, each only when present.
-    void updateSubjectAndNote(const std::optional<std::string>& subject,
-                              const std::optional<std::string>& blurb);
+    void updateSubjectAndNoteForEnvelope(const NVMEnvelopeDefaults& defaults);
 };
 
 } // namespace norvane

@@ -30,7 +30,7 @@ class NVMEnvelopeHelperProtocol {
     /// Absent for numbers outside 1 to 7 and for a missing list.
     virtual std::optional<RecipientList> recipientsOfType(NVMRecipientType type) const = 0;
     /// Signers by routing order, then in-person signers by routing order. Equal orders stay as they stand; an
-    /// absent order comes first.
+    /// absent order counts as 0.
     virtual RecipientList allSigners() const = 0;
     virtual std::shared_ptr<NVMRecipient> recipientWithId(const std::optional<std::string>& id) const = 0;
 
@@ -41,8 +41,8 @@ class NVMEnvelopeHelperProtocol {
     /// The tabs of all signers, then of all in-person signers.
     virtual TabList allTags() const = 0;
     virtual TabList tagsForDocument(const NVMDocument& document) const = 0;
-    /// The group of the recipient that holds this very radio; an equal id in another radio does not count,
-    /// deliberately.
+    /// The group of the recipient that holds this very radio or a copy of it; an equal id in another radio
+    /// does not count, deliberately.
     virtual std::shared_ptr<NVMRadioGroup>
     radioGroupWith(const NVMRadio& radio, const std::shared_ptr<NVMRecipient>& forRecipient) const = 0;
 

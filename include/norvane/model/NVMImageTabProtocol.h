@@ -18,8 +18,10 @@ struct NVMImageTabProtocol : NVMTab {
 
     using NVMTab::NVMTab;
     const RecordType& recordType() const override { return type(); }
-    bool nvm_required() const override { return !optional; }
     bool lacksValue() override;
+
+  protected:
+    bool isKindRequired() const override { return !optional; }
 };
 
 } // namespace norvane

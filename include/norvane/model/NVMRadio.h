@@ -2,6 +2,9 @@
 
 #include <norvane/model/NVMTextTabProtocol.h>
 
+#include <cstdint>
+#include <memory>
+
 namespace norvane {
 
 struct NVMRadioGroup;
@@ -15,6 +18,9 @@ struct NVMRadioGroup;
 /// One choice of a group.
 struct NVMRadio : NVMTextTabProtocol {
     NORVANE_RECORD(NVMRadio, NVM_RADIO_OWN_FIELDS)
+    /// Tells this radio's id from an equal one: copies of the radio share it, a radio that is made or read
+    /// gets one of its own.
+    std::uint64_t tabIdIdentity = newTabIdIdentity();
     /// The group that holds it; set by NVMRadioGroup::adoptRadios, no field of the table.
     std::weak_ptr<NVMRadioGroup> radioGroup;
 
@@ -23,6 +29,9 @@ struct NVMRadio : NVMTextTabProtocol {
     explicit NVMRadio(const NVMCDTab& stored);
     const RecordType& recordType() const override { return type(); }
     bool lacksValue() override;
+
+  private:
+    static std::uint64_t newTabIdIdentity();
 };
 
 } // namespace norvane

@@ -68,9 +68,9 @@ struct NVMTab {
     /// The table of the record's own kind.
     virtual const RecordType& recordType() const { return type(); }
 
-    /// Whether the recipient must fill the tab in. Kinds that can be neither optional nor entered (full name,
-    /// date signed, formula, unsupported) always are, deliberately.
-    virtual bool nvm_required() const { return true; }
+    /// Whether the recipient must fill the tab in. A tab of type 0 and kinds that can be neither optional nor
+    /// entered (full name, date signed, formula) always count as required, deliberately.
+    bool nvm_required() const { return tabType == NVMTabTypeUnsupported || isKindRequired(); }
     /// Whether the recipient cannot change it; false for kinds that have no such field.
     virtual bool nvm_locked() const { return false; }
     /// Does nothing unless the kind is an NVMTextTabProtocol.
@@ -87,6 +87,10 @@ struct NVMTab {
     void increasePageNumberByCount(std::int64_t count);
     /// All zero without a frame.
     Rect frameAsCGRect() const;
+
+  protected:
+    /// `nvm_required` of a tab that is of its own kind.
+    virtual bool isKindRequired() const { return true; }
 };
 
 using TabList = std::vector<std::shared_ptr<NVMTab>>;

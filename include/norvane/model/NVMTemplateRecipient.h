@@ -29,7 +29,7 @@ struct NVMTemplateRecipient {
 
     NVMTemplateRecipient() = default;
     /// What the template fixes becomes a bit of `disabledProperties`; a sender's role without name and e-mail
-    /// gets the signed-in user's.
+    /// gets the signed-in user's. `tabs` stay absent.
     explicit NVMTemplateRecipient(const NVMRecipient& recipient);
 
     /// "sender", "self" or "me", also with "@" before it, ignoring case and diacritics.

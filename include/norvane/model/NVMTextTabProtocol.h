@@ -15,9 +15,11 @@ struct NVMTextTabProtocol : NVMTab {
 
     using NVMTab::NVMTab;
     const RecordType& recordType() const override { return type(); }
-    bool nvm_required() const override { return required; }
     bool nvm_locked() const override { return locked; }
     void nvm_setLocked(bool isLocked) override { locked = isLocked; }
+
+  protected:
+    bool isKindRequired() const override { return required; }
 };
 
 } // namespace norvane

@@ -5,6 +5,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace norvane {
 
@@ -29,6 +31,11 @@ inline constexpr std::size_t kJsonMaximumDepth = 64;                   ///< arra
 /// Reads one whole JSON document. Integers of 64 bits stay integers, larger ones become doubles. Error texts
 /// never quote the document.
 Result<Value> parseJson(std::string_view text);
+
+/// The members of the object that a JSON pointer ("/defaults/values") finds in the document, in the order of
+/// the document; none where it finds no object.
+Result<std::vector<std::pair<std::string, Value>>> parseJsonMembers(std::string_view text,
+                                                                    std::string_view pointer);
 
 /// Writes a value as UTF-8 JSON, keys in bytewise order. Data becomes base64 text, a date ISO 8601 text in
 /// UTC with milliseconds and "Z"; what JSON cannot say (not a number, infinities, objects by reference)

@@ -63,6 +63,11 @@ struct Platform {
     /// Fills in what is missing. An error names the folder or file that could not be made.
     static Result<Platform> complete(Platform given, const PlatformOptions& options = {});
 
+    /// For tools that keep nothing: fills in what needs no folder, thread or connection (settings and
+    /// credentials in memory, notifications, clock, random, texts, log). Other members stay as given, perhaps
+    /// null: such a platform is good for records, their queries and validators, not for `NVMManager::setup`.
+    static Platform withoutHome(Platform given, const PlatformOptions& options = {});
+
     /// Makes this the process's platform. Before the first `NVMManager::setup`, or between a sign-out and the
     /// next set-up; never while the kit works.
     static void install(Platform platform);

@@ -13,6 +13,11 @@ namespace norvane {
 
 enum class Diacritics { Regard, Ignore };
 
+/// The form by which texts compare: two texts of one form are the same ignoring case, and diacritics when
+/// asked to. Full case folding and canonical decomposition, less the combining marks; vowel signs that no
+/// script can do without are none of them.
+std::string foldedText(std::string_view text, Diacritics diacritics = Diacritics::Regard);
+
 /// Whether two texts are the same ignoring case, and diacritics when asked to: "JOSÉ" is "josé", and with
 /// `Ignore` also "Jose"; "STRASSE" is "straße". The rules of no particular language.
 bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics = Diacritics::Regard);

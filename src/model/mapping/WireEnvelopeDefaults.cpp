@@ -12,10 +12,10 @@ namespace {
 constexpr RecordConversion domainToWire{std::span<const ConversionRule>()};
 
 template <class T>
-void fill(const field::List<T>& tabs, std::uint64_t comparison, const TabValueDefaults& defaults) {
+void fill(const field::List<T>& tabs, const TabValueMatcher& matcher) {
     if (!tabs) return;
     for (const auto& tab : *tabs)
-        if (auto value = valueForTabLabel(tab->tabLabel, comparison, defaults)) tab->value = std::move(value);
+        if (auto value = matcher.valueForLabel(tab->tabLabel)) tab->value = std::move(value);
 }
 
 } // namespace
@@ -23,19 +23,19 @@ void fill(const field::List<T>& tabs, std::uint64_t comparison, const TabValueDe
 void applyTabValueDefaults(NVESEnvelopeDefinition& envelope,
                            const std::optional<TabValueDefaults>& defaults) {
     if (!defaults || !envelope.templateRoles) return;
-    const std::uint64_t comparison = configuredValueForSetupKeyTabDefaultsComparison();
+    const TabValueMatcher matcher(configuredValueForSetupKeyTabDefaultsComparison(), *defaults);
     for (const auto& role : *envelope.templateRoles) {
         if (!role->tabs) continue;
-        fill(role->tabs->textTabs, comparison, *defaults);
-        fill(role->tabs->companyTabs, comparison, *defaults);
-        fill(role->tabs->titleTabs, comparison, *defaults);
+        fill(role->tabs->textTabs, matcher);
+        fill(role->tabs->companyTabs, matcher);
+        fill(role->tabs->titleTabs, matcher);
     }
 }
 
 std::optional<std::string> tabValueForNVESTabLabel(const std::optional<std::string>& label,
                                                    std::uint64_t matchingComparision,
                                                    const TabValueDefaults& defaults) {
-    return valueForTabLabel(label, matchingComparision, defaults);
+    return TabValueMatcher(matchingComparision, defaults).valueForLabel(label);
 }
 
 void applyCustomFields(NVESEnvelopeDefinition& envelope, const NVMCustomFields* given) {
