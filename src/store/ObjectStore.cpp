@@ -44,7 +44,7 @@ Failure prepareFile(const std::filesystem::path& file) {
             sentenceAbout(file, "was made by an earlier version of this kit and is not migrated."));
     }
     if (auto error = protectStoreFile(file)) return error;
-    return identity->kind == StoreFileKind::Store ? std::nullopt : createSchema(file);
+    return identity->kind == StoreFileKind::Store ? std::nullopt : createSchema(file, Model::kVersion);
 }
 
 } // namespace
@@ -57,9 +57,7 @@ ObjectStore::~ObjectStore() { close(); }
 Result<std::shared_ptr<ObjectStore>> ObjectStore::open(const std::string& fileName) {
     const Platform& platform = Platform::current();
     const auto file = platform.files->supportFolder() / fileName;
-    auto lockFile = file;
-    lockFile += ".lock";
-    const auto settingUp = FileLock::acquire(lockFile);
+    const auto settingUp = lockForSetUp(file);
     if (!settingUp) return settingUp.error();
     if (auto error = prepareFile(file)) return *error;
     auto session = Session::begin(file);

@@ -19,6 +19,7 @@ bool isOutOfSpace(int code, int systemError) {
 StoreError plainMeaning(int code, int systemError) {
     if (isOutOfSpace(code, systemError)) return StoreError::DiskFull;
     if ((code & 0xff) == SQLITE_NOTADB) return StoreError::NotAStore;
+    if ((code & 0xff) == SQLITE_CORRUPT) return StoreError::Damaged;
     return StoreError{code};
 }
 
