@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <optional>
 #include <string>
 
 namespace norvane {
@@ -63,14 +64,15 @@ Result<StoreFileIdentity> identifyStoreFile(const std::filesystem::path& file) {
     const auto kind = kindByHeader(file);
     if (!kind) return kind.error();
     if (*kind != StoreFileKind::Store) return StoreFileIdentity{*kind};
+    std::optional<SQLite::Database> database;
     try {
-        SQLite::Database database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOFOLLOW, 10'000);
+        database.emplace(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOFOLLOW, 10'000);
         // Otherwise closing would bring the journal into a file that may not be ours to touch.
-        sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-        return identityOf(database);
+        sqlite3_db_config(database->getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        return identityOf(*database);
     } catch (const SQLite::Exception& exception) {
         if (exception.getErrorCode() == SQLITE_NOTADB) return StoreFileIdentity{StoreFileKind::Foreign};
-        return storeErrorOf(exception, nullptr);
+        return storeErrorOf(exception, database ? database->getHandle() : nullptr);
     }
 }
 

@@ -28,7 +28,7 @@ enum class StoreError : std::int64_t {
     Damaged = -9,         ///< the store, or the object asked for, is not what was written
 };
 
-/// Whether nothing could be written because the disk is full.
+/// Whether nothing could be written, in the store or as a file, because the disk is full.
 bool isDiskFull(const NVMError& error);
 
 } // namespace norvane
