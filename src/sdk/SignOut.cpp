@@ -27,6 +27,7 @@ void removeCaches() {
     tell(NVMTemplatesHandler::removeCachedTemplates());
     NVMTemplatesHandler::removeCacheStateInProgressForTemplates();
     store->scrub();
+    store->removeEarlierStores();
     ObjectStore::closeDefaultStore();
 }
 

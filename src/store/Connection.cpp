@@ -16,12 +16,16 @@ Connection::Connection(const std::filesystem::path& file, Use use)
     : database_(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX | SQLite::OPEN_NOFOLLOW,
                 kBusyMilliseconds) {
     sqlite3_extended_result_codes(handle(), 1);
-    run("PRAGMA trusted_schema = OFF");
-    run("PRAGMA cell_size_check = ON");
-    run("PRAGMA foreign_keys = ON");
-    run("PRAGMA secure_delete = ON");
-    run("PRAGMA synchronous = FULL");
-    if (use == Use::Reading) run("PRAGMA query_only = ON");
+    try {
+        run("PRAGMA trusted_schema = OFF");
+        run("PRAGMA cell_size_check = ON");
+        run("PRAGMA foreign_keys = ON");
+        run("PRAGMA secure_delete = ON");
+        run("PRAGMA synchronous = FULL");
+        if (use == Use::Reading) run("PRAGMA query_only = ON");
+    } catch (const SQLite::Exception& exception) {
+        throw OpeningFailed(exception, sqlite3_system_errno(handle()));
+    }
 }
 
 Connection::Prepared::~Prepared() {

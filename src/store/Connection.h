@@ -1,6 +1,7 @@
 #pragma once
 
 #include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>
 
 #include <filesystem>
@@ -9,6 +10,15 @@
 #include <unordered_map>
 
 namespace norvane {
+
+/// A connection could not be opened; it takes errno along, because the handle that knows it is gone.
+class OpeningFailed : public SQLite::Exception {
+  public:
+    OpeningFailed(const SQLite::Exception& cause, int systemErrorNumber)
+        : SQLite::Exception(cause)
+        , systemError(systemErrorNumber) {}
+    const int systemError;
+};
 
 /// One connection to the store's file with its prepared statements. For one thread at a time. Everything may
 /// throw SQLite::Exception.

@@ -1,3 +1,4 @@
+#include "src/platform/DurableFile.h"
 #include "src/store/FileJournal.h"
 #include "src/store/StoreErrorOf.h"
 #include "src/store/StoreWork.h"
@@ -7,6 +8,7 @@
 #include <norvane/store/ObjectStore.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <functional>
 
 namespace norvane {
@@ -40,8 +42,7 @@ Failure makeFile(const std::string& path, std::string_view folder,
     const auto digest = make(*target);
     if (digest)
         return StoreWork::write(*store, [&](Connection& c) { FileJournal(c).setDigest(path, *digest); });
-    // What was refused left nothing behind; an entry that stays is cleared by the next set-up.
-    static_cast<void>(StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(path); }));
+    FileJournal::removeDropped(*store, {path}); // it may have its name although it could not be synced
     return digest.error();
 }
 
@@ -56,6 +57,20 @@ Result<std::string> digestOfCopy(const fs::path& from, const fs::path& target) {
     }
     if (known) return *known;
     return files().sha256(target);
+}
+
+/// The document's file, to read. Nothing on the way to it below the documents folder may be a symbolic link:
+/// the kit makes none, so one was laid there.
+Result<fs::path> documentFile(std::string_view path) {
+    const auto file = NVM_documentsPathByAppendingPathComponent(path);
+    if (!file) return storeError(StoreError::NotFound, "No place for documents: " + std::string(path));
+    fs::path below = files().documentsFolder();
+    for (const auto& part : file->lexically_relative(below)) {
+        below /= part;
+        std::error_code error;
+        if (fs::is_symlink(below, error)) return fileError(ELOOP, below);
+    }
+    return *file;
 }
 
 bool deleteFolder(std::string_view folder) {
@@ -99,7 +114,7 @@ std::string NVM_thumbnailPathForDocumentId(std::string_view documentId) {
 }
 
 std::optional<Data> NVM_dataWithPath(std::string_view path) {
-    const auto file = NVM_documentsPathByAppendingPathComponent(path);
+    const auto file = documentFile(path);
     if (!file) return std::nullopt;
     auto bytes = files().read(*file);
     if (!bytes) return std::nullopt;
@@ -108,8 +123,9 @@ std::optional<Data> NVM_dataWithPath(std::string_view path) {
 
 Result<Data> NVM_verifiedDataWithPath(std::string_view path, const std::optional<std::string>& sha256,
                                       std::string_view documentName) {
-    const auto file = NVM_documentsPathByAppendingPathComponent(path);
-    if (!file) return documentDamaged(documentName, "has no file.");
+    if (path.empty()) return documentDamaged(documentName, "has no file.");
+    const auto file = documentFile(path);
+    if (!file) return documentDamaged(documentName, "cannot be read.", file.error());
     auto bytes = files().read(*file);
     if (!bytes) return documentDamaged(documentName, "cannot be read.", bytes.error());
     if (sha256 && sha256Hex(bytes->view()) != *sha256)
@@ -119,8 +135,9 @@ Result<Data> NVM_verifiedDataWithPath(std::string_view path, const std::optional
 
 Failure NVM_verifyDocumentWithPath(std::string_view path, const std::optional<std::string>& sha256,
                                    std::string_view documentName) {
-    const auto file = NVM_documentsPathByAppendingPathComponent(path);
-    if (!file) return documentDamaged(documentName, "has no file.");
+    if (path.empty()) return documentDamaged(documentName, "has no file.");
+    const auto file = documentFile(path);
+    if (!file) return documentDamaged(documentName, "cannot be read.", file.error());
     const auto digest = files().sha256(*file);
     if (!digest) return documentDamaged(documentName, "cannot be read.", digest.error());
     if (sha256 && *digest != *sha256) return documentDamaged(documentName, "is not what was stored.");
@@ -156,11 +173,8 @@ Failure NVM_linkOrCopyDocumentFile(const fs::path& from, const std::string& path
 bool NVM_deleteDocumentWithPath(std::string_view path) {
     const auto file = NVM_documentsPathByAppendingPathComponent(path);
     const bool removed = file && files().remove(*file);
-    const auto store = ObjectStore::defaultStore();
-    // An entry that stays in the journal names a file that is gone, which is no harm.
-    if (removed && store)
-        static_cast<void>(
-            StoreWork::write(*store, [&](Connection& c) { FileJournal(c).remove(std::string(path)); }));
+    if (const auto store = ObjectStore::defaultStore(); removed && store)
+        FileJournal::removeDropped(*store, {std::string(path)});
     return removed;
 }
 

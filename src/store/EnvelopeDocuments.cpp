@@ -31,8 +31,14 @@ void nameFile(NVMCDDocument& document, const std::string& path) {
 } // namespace
 
 void EnvelopeDocuments::discard() {
-    for (const auto& path : written_)
-        NVM_deleteDocumentWithPath(path);
+    if (written_.empty()) return;
+    // A save that failed may yet be found complete by the next set-up. A later one that succeeds takes its
+    // place, and only then do the files go; else they stay in the journal.
+    const auto settle = [&](Connection& connection) {
+        for (const auto& path : written_)
+            FileJournal(connection).add(path, StoreWork::session(store_));
+    };
+    if (!StoreWork::write(store_, settle)) FileJournal::removeDropped(store_, written_);
     written_.clear();
 }
 

@@ -1,5 +1,6 @@
 #include "src/store/FileJournal.h"
 
+#include "src/platform/DurableFile.h"
 #include "src/store/StoreWork.h"
 
 #include <norvane/platform/Platform.h>
@@ -9,6 +10,7 @@
 #include <SQLiteCpp/Column.h>
 
 #include <algorithm>
+#include <set>
 #include <system_error>
 
 namespace norvane {
@@ -48,9 +50,39 @@ std::vector<std::filesystem::path> filesIn(std::string_view folder) {
     return files;
 }
 
+/// Removes the files and answers which of them are gone, even if the power fails now: a name that comes back
+/// would be nobody's.
+std::vector<std::string> removeForGood(const std::vector<std::string>& paths) {
+    std::vector<std::string> gone;
+    std::set<std::filesystem::path> unsynced;
+    for (const auto& path : paths) {
+        const auto file = NVM_documentsPathByAppendingPathComponent(path);
+        if (!file) continue;
+        Platform::current().files->remove(*file);
+        std::error_code error;
+        const auto type = std::filesystem::symlink_status(*file, error).type();
+        if (type != std::filesystem::file_type::not_found) continue;
+        gone.push_back(path);
+        if (std::filesystem::exists(file->parent_path(), error)) unsynced.insert(*file);
+    }
+    std::set<std::filesystem::path> folders;
+    for (const auto& file : unsynced)
+        if (folders.insert(file.parent_path()).second && syncParent(file)) return {};
+    return gone;
+}
+
 void removeHalfWritten(std::string_view folder) {
     for (const auto& file : filesIn(folder))
         if (isHalfWritten(file)) Platform::current().files->remove(file);
+}
+
+/// Downloads become documents by moving away; one that stayed was cut short.
+void removeDownloads() {
+    std::error_code error;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(Platform::current().files->temporaryFolder(), error))
+        if (entry.path().filename().string().starts_with("download-"))
+            Platform::current().files->remove(entry.path());
 }
 
 } // namespace
@@ -117,17 +149,17 @@ bool FileJournal::isNamed(const std::string& path) {
 }
 
 void FileJournal::removeDropped(ObjectStore& store, const std::vector<std::string>& paths) {
-    std::vector<std::string> unnamed;
-    const auto collect = [&](Connection& connection) {
+    std::vector<std::string> unnamed, settled;
+    const auto sort = [&](Connection& connection) {
         for (const auto& path : paths)
-            if (!FileJournal(connection).isNamed(path)) unnamed.push_back(path);
+            (FileJournal(connection).isNamed(path) ? settled : unnamed).push_back(path);
     };
-    if (paths.empty() || StoreWork::read(store, collect)) return;
-    for (const auto& path : unnamed)
-        if (const auto file = NVM_documentsPathByAppendingPathComponent(path))
-            Platform::current().files->remove(*file);
+    if (paths.empty() || StoreWork::read(store, sort)) return;
+    const auto gone = removeForGood(unnamed);
+    settled.insert(settled.end(), gone.begin(), gone.end());
+    // An entry that stays names a file that is gone or has a row, which is no harm.
     static_cast<void>(StoreWork::write(store, [&](Connection& connection) {
-        for (const auto& path : paths)
+        for (const auto& path : settled)
             FileJournal(connection).remove(path);
     }));
 }
@@ -148,28 +180,28 @@ void FileJournal::removeUnknown(ObjectStore& store, std::string_view folder) {
 }
 
 Failure clearLeftovers(ObjectStore& store, const Session& session) {
-    std::vector<std::string> ended, unnamed;
+    std::vector<std::string> settled, unnamed;
     const auto collect = [&](Connection& connection) {
         FileJournal journal(connection);
         for (const auto& entry : journal.entries()) {
             if (session.isAlive(entry.session)) continue;
-            ended.push_back(entry.path);
-            if (!journal.isNamed(entry.path)) unnamed.push_back(entry.path);
+            (journal.isNamed(entry.path) ? settled : unnamed).push_back(entry.path);
         }
     };
     if (auto error = StoreWork::read(store, collect)) return error;
-    for (const auto& path : unnamed)
-        if (const auto file = NVM_documentsPathByAppendingPathComponent(path))
-            Platform::current().files->remove(*file);
+    const auto gone = removeForGood(unnamed);
+    settled.insert(settled.end(), gone.begin(), gone.end());
+    // What has no name in the journal may be anybody's, so only when nobody else lives.
     if (!session.clearEnded()) {
-        removeHalfWritten(kEnvelopeDocumentsFolder);
-        removeHalfWritten(kTemplateDocumentsFolder);
+        for (const auto folder : {kEnvelopeDocumentsFolder, kTemplateDocumentsFolder, kThumbnailsFolder})
+            removeHalfWritten(folder);
+        removeDownloads();
     }
     return StoreWork::write(store, [&](Connection& connection) {
-        for (const auto& path : ended)
+        for (const auto& path : settled)
             FileJournal(connection).remove(path);
-        connection.run("DELETE FROM nv_uploadAttempt WHERE transactionId NOT IN "
-                       "(SELECT transactionId FROM NVMCDEnvelopeDefinition WHERE transactionId IS NOT NULL)");
+        connection.run("DELETE FROM nv_uploadAttempt WHERE NOT EXISTS (SELECT 1 FROM NVMCDEnvelopeDefinition "
+                       "WHERE NVMCDEnvelopeDefinition.transactionId = nv_uploadAttempt.transactionId)");
     });
 }
 

@@ -41,8 +41,8 @@ class FileJournal {
     /// Whether a row of another owner than that envelope names the file.
     bool isNamedOutside(const std::string& path, std::int64_t envelopeRow);
 
-    /// Removes journalled files that have lost their last row, then their entries; outside a transaction.
-    /// What it cannot do the next set-up does.
+    /// Removes the files unless a row names them, then strikes them out; outside a transaction. Files that
+    /// cannot be removed for certain stay in the journal, for the next set-up.
     static void removeDropped(ObjectStore& store, const std::vector<std::string>& paths);
 
     /// Removes the folder's files that neither a row nor the journal knows.

@@ -1,10 +1,12 @@
 #include "src/store/FileJournal.h"
 #include "src/store/Query.h"
+#include "src/store/Seal.h"
 #include "src/store/StoreErrorOf.h"
 #include "src/store/StoreWork.h"
 #include "src/store/Trees.h"
 
 #include <norvane/platform/NVMException.h>
+#include <norvane/platform/Platform.h>
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/ObjectStore.h>
 
@@ -34,6 +36,12 @@ Result<T> readFrom(const std::weak_ptr<ObjectStore>& weakStore, const Work& work
     return result;
 }
 
+/// One damaged object does not take the others of a list along.
+void leaveOut(const DamagedObject& damaged) {
+    if (const auto log = Platform::current().log)
+        log->write(LogLevel::Error, "store: left out of a list: " + std::string(damaged.what()));
+}
+
 /// The changes, until the transaction has taken them all.
 class Transaction {
   public:
@@ -48,16 +56,20 @@ class Transaction {
                 writer.emplace(connection);
                 for (const auto& change : changes_)
                     change(*writer, connection);
+                writer->finish();
             });
         } catch (const ObjectGone&) {
             error = objectIsGone();
         }
         if (error && writer) writer->forgetIdentifiers();
+        hasRemoved_ = writer && writer->hasRemoved();
         return error;
     }
+    bool hasRemoved() const { return hasRemoved_; }
 
   private:
     const std::vector<Change>& changes_;
+    bool hasRemoved_ = false;
 };
 
 } // namespace
@@ -79,8 +91,14 @@ ManagedObjectContext::fetchErased(const FetchRequest& request, const RecordType&
     if (query.entity().type != &type)
         throw NVMException("InvalidFetchRequest", "a request of another entity");
     return readFrom<std::vector<Erased>>(store_, [&](Connection& connection, std::vector<Erased>& objects) {
-        for (const std::int64_t row : query.rows(connection))
-            objects.push_back(loadTree(connection, query.entity(), row));
+        for (const std::int64_t row : query.rows(connection)) {
+            try {
+                objects.push_back(loadTree(connection, query.entity(), row));
+            } catch (const DamagedObject& damaged) {
+                if (request.limit() == 1) throw;
+                leaveOut(damaged);
+            }
+        }
     });
 }
 
@@ -140,23 +158,22 @@ void ManagedObjectContext::updateErased(const RecordType& type, Erased object,
 void ManagedObjectContext::remove(const ManagedObjectID& id) {
     const Entity* entity = Model::current().find(id.entity);
     if (!entity) throw NVMException("InvalidObjectID", "no entity " + std::string(id.entity));
-    changes_->changes.push_back([entity, row = id.row](TreeWriter&, Connection& connection) {
-        const auto statement = connection.kept(entity->remove);
-        statement->bind(1, row);
-        statement->exec();
-    });
+    changes_->changes.push_back(
+        [entity, row = id.row](TreeWriter& writer, Connection&) { writer.remove(*entity, row); });
 }
 
 void ManagedObjectContext::removeAll(const RecordType& type) {
     changes_->changes.push_back(
-        [&entity = Model::current().entity(type)](TreeWriter&, Connection& connection) {
-            connection.kept(entity.removeAll)->exec();
+        [&entity = Model::current().entity(type)](TreeWriter& writer, Connection& connection) {
+            if (connection.kept(entity.removeAll)->exec() != 0) writer.noteRemoval();
         });
 }
 
 void ManagedObjectContext::removeMatching(const FetchRequest& request) {
-    changes_->changes.push_back(
-        [query = Query(request)](TreeWriter&, Connection& connection) { query.remove(connection); });
+    changes_->changes.push_back([query = Query(request)](TreeWriter& writer, Connection& connection) {
+        for (const std::int64_t row : query.rows(connection))
+            writer.remove(query.entity(), row);
+    });
 }
 
 void ManagedObjectContext::dropFile(const std::string& path) {
@@ -177,8 +194,10 @@ Failure ManagedObjectContext::save() {
     if (changes.changes.empty()) return std::nullopt;
     const auto store = store_.lock();
     if (!store) return storeNotOpen();
-    if (auto error = Transaction(changes.changes).run(*store)) return error;
+    Transaction transaction(changes.changes);
+    if (auto error = transaction.run(*store)) return error;
     FileJournal::removeDropped(*store, changes.droppedFiles);
+    if (transaction.hasRemoved()) store->scrub();
     return std::nullopt;
 }
 

@@ -1,5 +1,7 @@
 #include "src/store/Model.h"
 
+#include "src/store/Schema.h"
+
 #include <norvane/platform/NVMException.h>
 #include <norvane/store/NVMCDCacheMetaData.h>
 #include <norvane/store/NVMCDEnvelopes.h>
@@ -140,6 +142,27 @@ constexpr OwnershipRow kOwnerships[] = {
     owns<NVMCDEnvelopeTemplate, NVMCDEmailSettings>("emailSettings", "envelopeTemplate"),
 };
 
+// An index for every look-up. The first one holds all that the list of identifiers reads, in its order, so
+// that long rows need not be touched.
+constexpr const char* kLookUps[] = {
+    "CREATE INDEX _envelopeList ON NVMCDEnvelopeDefinition (_id, status, envelopeId)",
+    "CREATE INDEX _envelopeId ON NVMCDEnvelopeDefinition (envelopeId)",
+    "CREATE INDEX _envelopeIdIgnoringCase ON NVMCDEnvelopeDefinition (envelopeId COLLATE NOCASE)",
+    "CREATE INDEX _transactionId ON NVMCDEnvelopeDefinition (transactionId)",
+    "CREATE INDEX _transactionIdIgnoringCase ON NVMCDEnvelopeDefinition (transactionId COLLATE NOCASE)",
+    "CREATE INDEX _status ON NVMCDEnvelopeDefinition (status)",
+    "CREATE INDEX _statusChanged ON NVMCDEnvelopeDefinition (statusChangedDateTime)",
+    "CREATE INDEX _pending ON NVMCDEnvelopeDefinition (syncPending) WHERE syncPending = 1",
+    "CREATE INDEX _documentId ON NVMCDDocument (documentId)",
+    "CREATE INDEX _sandboxFilePath ON NVMCDDocument (sandboxFilePath)",
+    "CREATE INDEX _filePath ON NVMCDDocument (filePath)",
+    "CREATE INDEX _recipientId ON NVMCDRecipient (recipientId)",
+    "CREATE INDEX _tabId ON NVMCDTab (tabId)",
+    "CREATE INDEX _tabDocumentId ON NVMCDTab (documentId)",
+    "CREATE INDEX _templateId ON NVMCDEnvelopeTemplate (templateId COLLATE NOCASE)",
+    "CREATE INDEX _cachedRecord ON NVMCDCacheMetaData (uri, recordType)",
+};
+
 std::string_view columnType(FieldKind kind) {
     switch (kind) {
     case FieldKind::Number:
@@ -156,72 +179,43 @@ std::string_view columnType(FieldKind kind) {
     }
 }
 
-std::string joined(const std::vector<std::string>& parts) {
-    std::string text;
-    for (const auto& part : parts)
-        text += (text.empty() ? "" : ", ") + part;
-    return text;
-}
-
 std::string insertStatement(std::string_view table, const std::vector<std::string>& columns) {
     const std::vector<std::string> marks(columns.size(), "?");
-    return "INSERT INTO " + quoted(table) + " (" + joined(columns) + ") VALUES (" + joined(marks) + ")";
+    return "INSERT INTO " + sqlName(table) + " (" + joined(columns) + ") VALUES (" + joined(marks) + ")";
 }
 
 void writeStatements(Entity& entity) {
     std::vector<std::string> columns, assignments;
     for (const Field* field : entity.attributes) {
-        columns.push_back(quoted(field->name));
+        columns.push_back(sqlName(field->name));
         assignments.push_back(columns.back() + " = ?");
     }
-    const std::string table = quoted(entity.name());
+    const std::string table = sqlName(entity.name());
     entity.selectedColumns = joined({"_id"}) + (columns.empty() ? "" : ", " + joined(columns));
     entity.insert = columns.empty() ? "INSERT INTO " + table + " DEFAULT VALUES"
                                     : insertStatement(entity.name(), columns);
     if (!columns.empty())
         entity.update = "UPDATE " + table + " SET " + joined(assignments) + " WHERE _id = ?";
     entity.place = "UPDATE " + table + " SET _position = ? WHERE _id = ?";
-    entity.select = "SELECT " + entity.selectedColumns + " FROM " + table + " WHERE _id = ?";
+    const std::string seal = sqlName(kSealColumn);
+    entity.select = "SELECT " + entity.selectedColumns + (entity.isSealed() ? ", " + seal : "") + " FROM " +
+                    table + " WHERE _id = ?";
+    if (entity.isSealed()) entity.seal = "UPDATE " + table + " SET " + seal + " = ? WHERE _id = ?";
     entity.remove = "DELETE FROM " + table + " WHERE _id = ?";
     entity.removeAll = "DELETE FROM " + table;
     for (auto& inverse : entity.inverses) {
         auto all = columns;
-        all.insert(all.end(), {quoted(inverse.column), "_position"});
-        if (!entity.ancestorColumn.empty()) all.push_back(quoted(entity.ancestorColumn));
+        all.insert(all.end(), {sqlName(inverse.column), "_position"});
+        if (!entity.ancestorColumn.empty()) all.push_back(sqlName(entity.ancestorColumn));
         inverse.insert = insertStatement(entity.name(), all);
         const std::string rest =
-            " FROM " + table + " WHERE " + quoted(inverse.column) + " = ? ORDER BY _position, _id";
+            " FROM " + table + " WHERE " + sqlName(inverse.column) + " = ? ORDER BY _position, _id";
         inverse.select = "SELECT " + entity.selectedColumns + rest;
         inverse.selectRows = "SELECT _id" + rest;
     }
 }
 
-std::string tableStatement(const Entity& entity) {
-    // Only identifiers of top rows outlive their rows (a run of uploads keeps them), so only they are never
-    // reused.
-    std::vector<std::string> columns{entity.isRoot() ? "_id INTEGER PRIMARY KEY AUTOINCREMENT"
-                                                     : "_id INTEGER PRIMARY KEY"};
-    for (const Field* field : entity.attributes)
-        columns.push_back(quoted(field->name) + " " + std::string(columnType(field->kind)));
-    const auto addReference = [&](std::string_view column, std::string_view table) {
-        columns.push_back(quoted(column) + " INTEGER REFERENCES " + quoted(table) + " ON DELETE CASCADE");
-    };
-    for (const auto& inverse : entity.inverses)
-        addReference(inverse.column, inverse.owner->name());
-    if (!entity.ancestorColumn.empty()) addReference(entity.ancestorColumn, "NVMCDEnvelopeDefinition");
-    if (!entity.isRoot()) columns.push_back("_position INTEGER NOT NULL DEFAULT 0");
-    return "CREATE TABLE " + quoted(entity.name()) + " (" + joined(columns) + ")";
-}
-
-/// Partial, because a row has one owner among many possible ones.
-std::string ownerIndexStatement(const Entity& entity, std::string_view column) {
-    return "CREATE INDEX " + quoted("_" + std::string(entity.name()) + "_" + std::string(column)) + " ON " +
-           quoted(entity.name()) + " (" + quoted(column) + ") WHERE " + quoted(column) + " IS NOT NULL";
-}
-
 } // namespace
-
-std::string quoted(std::string_view identifier) { return '"' + std::string(identifier) + '"'; }
 
 const Field* Entity::attribute(std::string_view name) const {
     const auto found =
@@ -273,33 +267,20 @@ const Entity* Model::find(std::string_view name) const {
     return found == order_.end() ? nullptr : *found;
 }
 
-std::vector<std::string> Model::schema() const {
-    std::vector<std::string> statements;
-    for (const Entity* entity : order_) {
-        statements.push_back(tableStatement(*entity));
+Schema schemaOfVersion2() {
+    Schema schema{2, {}, {std::begin(kLookUps), std::end(kLookUps)}};
+    for (const Entity* entity : Model::current().entities()) {
+        Schema::Table& table = schema.tables.emplace_back();
+        table.name = entity->name();
+        for (const Field* field : entity->attributes)
+            table.attributes.push_back({std::string(field->name), std::string(columnType(field->kind))});
+        if (entity->isSealed()) table.attributes.push_back({std::string(kSealColumn), "TEXT"});
         for (const auto& inverse : entity->inverses)
-            statements.push_back(ownerIndexStatement(*entity, inverse.column));
+            table.references.push_back({std::string(inverse.column), std::string(inverse.owner->name())});
         if (!entity->ancestorColumn.empty())
-            statements.push_back(ownerIndexStatement(*entity, entity->ancestorColumn));
+            table.references.push_back({std::string(entity->ancestorColumn), "NVMCDEnvelopeDefinition"});
     }
-    for (const char* statement : {
-             "CREATE INDEX _envelopeId ON NVMCDEnvelopeDefinition (envelopeId)",
-             "CREATE INDEX _envelopeIdIgnoringCase ON NVMCDEnvelopeDefinition (envelopeId COLLATE NOCASE)",
-             "CREATE INDEX _transactionIdIgnoringCase ON NVMCDEnvelopeDefinition (transactionId COLLATE "
-             "NOCASE)",
-             "CREATE INDEX _pending ON NVMCDEnvelopeDefinition (syncPending) WHERE syncPending = 1",
-             "CREATE INDEX _sandboxFilePath ON NVMCDDocument (sandboxFilePath)",
-             "CREATE INDEX _filePath ON NVMCDDocument (filePath)",
-             "CREATE INDEX _templateId ON NVMCDEnvelopeTemplateDefinition (templateId)",
-             "CREATE INDEX _cachedRecord ON NVMCDCacheMetaData (uri, recordType)",
-             "CREATE TABLE nv_metadata (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID",
-             "CREATE TABLE nv_file (path TEXT PRIMARY KEY, session TEXT NOT NULL, sha256 TEXT) WITHOUT ROWID",
-             "CREATE TABLE nv_uploadAttempt (transactionId TEXT PRIMARY KEY, startedAt INTEGER NOT NULL, "
-             "outcome TEXT NOT NULL, envelopeId TEXT) WITHOUT ROWID",
-         }) {
-        statements.emplace_back(statement);
-    }
-    return statements;
+    return schema;
 }
 
 } // namespace norvane

@@ -36,16 +36,22 @@ struct Entity {
     std::string insert; ///< of entities that nothing owns; parameters: the attributes
     std::string update; ///< parameters: the attributes, the row
     std::string place;  ///< parameters: the position, the row
-    std::string select; ///< parameter: the row; gives the row, then the attributes
+    std::string select; ///< parameter: the row; gives the row, the attributes, the seal if sealed
     std::string remove; ///< parameter: the row
     std::string removeAll;
+    std::string seal;            ///< of sealed entities; parameters: the seal, the row
     std::string selectedColumns; ///< "_id" and the attributes, quoted
 
     std::string_view name() const { return type->name(); }
     bool isRoot() const { return inverses.empty(); }
+    /// Whether its rows carry a seal over all that they own.
+    bool isSealed() const { return isRoot() && !children.empty(); }
     const Field* attribute(std::string_view name) const;
     bool hasColumn(std::string_view column) const;
 };
+
+/// The column of a sealed entity that holds the seal.
+inline constexpr std::string_view kSealColumn = "_seal";
 
 /// The object model of the store.
 class Model {
@@ -59,15 +65,10 @@ class Model {
     const Entity&
     entity(const RecordType& type) const; ///< throws NVMException for a record that is no entity
     const Entity* find(std::string_view name) const;
-    /// The statements that make an empty store.
-    std::vector<std::string> schema() const;
 
   private:
     Model();
     std::vector<const Entity*> order_;
 };
-
-/// The name as an SQL identifier.
-std::string quoted(std::string_view identifier);
 
 } // namespace norvane

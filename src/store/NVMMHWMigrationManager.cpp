@@ -1,3 +1,4 @@
+#include "src/store/MappingModel1To2.h"
 #include "src/store/StoreFile.h"
 
 #include <norvane/platform/Platform.h>
@@ -9,36 +10,49 @@ namespace norvane {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 NVMError migrationError(std::string description) {
     return NVMError::make(std::string(kMigrationErrorDomain), kMigrationErrorCode, std::move(description));
 }
 
 /// "<store without extension>.<model>.<extension>"
-std::filesystem::path destinationFor(const std::filesystem::path& store, int version) {
+fs::path destinationFor(const fs::path& store, int version) {
     auto destination = store;
     destination.replace_extension();
     destination += "." + modelNameOfVersion(version) + store.extension().string();
     return destination;
 }
 
-/// The store and the journals that belong to it.
-std::vector<std::pair<std::filesystem::path, std::filesystem::path>> parts(const std::filesystem::path& from,
-                                                                           const std::filesystem::path& to) {
-    std::vector<std::pair<std::filesystem::path, std::filesystem::path>> parts;
-    for (const char* suffix : {"", "-wal", "-shm"}) {
-        auto source = from, target = to;
-        source += suffix;
-        target += suffix;
-        std::error_code ignored;
-        if (std::filesystem::exists(source, ignored)) parts.emplace_back(source, target);
+void removeWithJournals(const fs::path& store) {
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+        auto part = store;
+        part += suffix;
+        Platform::current().files->remove(part);
     }
-    return parts;
 }
 
-Failure moveStore(const std::filesystem::path& from, const std::filesystem::path& to) {
-    for (const auto& [source, target] : parts(from, to))
-        if (auto error = Platform::current().files->move(source, target)) return error;
-    return std::nullopt;
+/// What a migration that was cut short before the swap left beside the store: another name of the store
+/// itself, or a name in the making.
+void removeCutShort(const fs::path& folder, const fs::path& store) {
+    std::error_code ignored;
+    for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+        const std::string name = entry.path().filename().string();
+        if (fs::equivalent(entry.path(), store, ignored) || name.starts_with(".norvane-"))
+            Platform::current().files->remove(entry.path());
+    }
+}
+
+/// The earlier store gets a second name aside before the new one takes its place: at every moment the store's
+/// own name leads to one of them, whole.
+Failure swap(const fs::path& store, const fs::path& destination) {
+    const Platform& platform = Platform::current();
+    const auto folder = earlierStoresFolder(store);
+    if (auto error = platform.files->createFolder(folder)) return error;
+    removeCutShort(folder, store);
+    const auto aside = folder / (platform.random->uuidString() + store.extension().string());
+    if (auto error = platform.files->linkOrCopy(store, aside)) return error;
+    return platform.files->move(destination, store);
 }
 
 } // namespace
@@ -47,7 +61,13 @@ std::string modelNameOfVersion(int version) {
     return version == 1 ? "NorvaneSDK" : "NorvaneSDK " + std::to_string(version);
 }
 
-std::vector<MappingModel> NVMMHWMigrationManager::kitMappingModels() { return {}; }
+std::filesystem::path earlierStoresFolder(const std::filesystem::path& store) {
+    auto folder = store;
+    folder += ".earlier";
+    return folder;
+}
+
+std::vector<MappingModel> NVMMHWMigrationManager::kitMappingModels() { return {mappingModel1To2()}; }
 
 std::vector<MappingModel> NVMMHWMigrationManager::mappingsFrom(int version) {
     if (delegate)
@@ -74,17 +94,15 @@ Failure NVMMHWMigrationManager::progressivelyMigrate(const std::filesystem::path
 }
 
 Failure NVMMHWMigrationManager::migrateStep(const std::filesystem::path& store, const MappingModel& mapping) {
-    const Platform& platform = Platform::current();
     const auto destination = destinationFor(store, mapping.destinationVersion);
-    for (const auto& [part, unused] : parts(destination, destination))
-        platform.files->remove(part); // of a migration that was cut short
+    removeWithJournals(destination); // of a migration that was cut short
     const auto progress = [this](double done) {
         if (delegate) delegate->migrationProgress(done);
     };
-    if (auto error = mapping.migrate(store, destination, progress)) return error;
-    const auto aside = platform.files->temporaryFolder() / platform.random->uuidString();
-    if (auto error = moveStore(store, aside)) return error;
-    return moveStore(destination, store);
+    Failure error = mapping.migrate(store, destination, progress);
+    if (!error) error = swap(store, destination);
+    if (error) removeWithJournals(destination);
+    return error;
 }
 
 } // namespace norvane

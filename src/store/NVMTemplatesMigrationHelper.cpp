@@ -3,6 +3,7 @@
 
 #include <norvane/platform/Platform.h>
 #include <norvane/store/NVMTemplatesMigrationHelper.h>
+#include <norvane/store/ObjectStore.h>
 
 namespace norvane {
 
@@ -15,6 +16,11 @@ constexpr std::string_view kFirstMapping = "NorvaneSDK1_to_NorvaneSDK2";
 void NVMTemplatesMigrationHelper::performMigrationForStoreFileName(const std::string& fileName) {
     const Platform& platform = Platform::current();
     const auto store = platform.files->supportFolder() / fileName;
+    // A store that is open fits, and a second look at its file would let go of SQLite's locks on it.
+    if (const auto open = ObjectStore::defaultStore(); open && open->isOpen() && open->file() == store)
+        return;
+    const auto settingUp = lockForSetUp(store);
+    if (!settingUp) return;
     const auto identity = identifyStoreFile(store);
     if (!identity || identity->kind != StoreFileKind::Store || identity->modelVersion >= Model::kVersion)
         return;

@@ -5,6 +5,7 @@
 
 #include <norvane/platform/Platform.h>
 #include <norvane/store/ManagedObjectContext.h>
+#include <norvane/store/NVMMHWMigrationManager.h>
 #include <norvane/store/ObjectStore.h>
 
 #include <mutex>
@@ -44,7 +45,7 @@ Failure prepareFile(const std::filesystem::path& file) {
             sentenceAbout(file, "was made by an earlier version of this kit and is not migrated."));
     }
     if (auto error = protectStoreFile(file)) return error;
-    return identity->kind == StoreFileKind::Store ? std::nullopt : createSchema(file);
+    return identity->kind == StoreFileKind::Store ? std::nullopt : createSchema(file, Model::kVersion);
 }
 
 } // namespace
@@ -57,9 +58,7 @@ ObjectStore::~ObjectStore() { close(); }
 Result<std::shared_ptr<ObjectStore>> ObjectStore::open(const std::string& fileName) {
     const Platform& platform = Platform::current();
     const auto file = platform.files->supportFolder() / fileName;
-    auto lockFile = file;
-    lockFile += ".lock";
-    const auto settingUp = FileLock::acquire(lockFile);
+    const auto settingUp = lockForSetUp(file);
     if (!settingUp) return settingUp.error();
     if (auto error = prepareFile(file)) return *error;
     auto session = Session::begin(file);
@@ -68,6 +67,7 @@ Result<std::shared_ptr<ObjectStore>> ObjectStore::open(const std::string& fileNa
         file, platform.executors->makeSerialQueue("com.norvane.store.save"), std::move(session).value())));
     store->core_->defaultContext = std::make_unique<ManagedObjectContext>(store);
     if (auto error = store->core_->clearLeftovers(*store)) return *error;
+    store->core_->scrub(0); // what a process that was killed had removed
     return store;
 }
 
@@ -102,7 +102,8 @@ void ObjectStore::closeDefaultStore() {
 const std::filesystem::path& ObjectStore::file() const { return core_->file(); }
 ManagedObjectContext& ObjectStore::defaultContext() { return *core_->defaultContext; }
 bool ObjectStore::isOpen() const { return core_->isOpen(); }
-void ObjectStore::scrub() { core_->scrub(); }
+void ObjectStore::removeEarlierStores() { Platform::current().files->remove(earlierStoresFolder(file())); }
+void ObjectStore::scrub() { core_->scrub(Core::kScrubMilliseconds); }
 void ObjectStore::close() { core_->close(); }
 
 Failure ObjectStore::saveAndWait(const std::function<Failure(ManagedObjectContext&)>& block) {
@@ -120,7 +121,16 @@ void ObjectStore::saveInBackground(std::function<Failure(ManagedObjectContext&)>
         });
 }
 
-Failure StoreWork::read(ObjectStore& store, const Work& work) { return store.core_->read(work); }
+Failure StoreWork::read(ObjectStore& store, const Work& work) {
+    Failure error = store.core_->read(work);
+    // The reader that was in the way of a scrub may have been this one.
+    if (store.core_->takeOwedScrub()) {
+        store.core_->saveQueue().async([weak = store.weak_from_this()] {
+            if (const auto open = weak.lock()) open->core_->scrub(0);
+        });
+    }
+    return error;
+}
 Failure StoreWork::write(ObjectStore& store, const Work& work) { return store.core_->write(work); }
 const std::string& StoreWork::session(ObjectStore& store) { return store.core_->sessionIdentifier(); }
 

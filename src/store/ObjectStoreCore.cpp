@@ -6,12 +6,6 @@
 
 namespace norvane {
 
-namespace {
-
-constexpr int kScrubMilliseconds = 100;
-
-} // namespace
-
 ObjectStore::Core::Core(std::filesystem::path file, std::shared_ptr<TaskQueue> saveQueue, Session session)
     : file_(std::move(file))
     , saveQueue_(std::move(saveQueue))
@@ -64,12 +58,18 @@ Failure ObjectStore::Core::write(const StoreWork::Work& work) {
     }
 }
 
-void ObjectStore::Core::scrub() {
+void ObjectStore::Core::scrub(int busyMilliseconds) {
     const std::lock_guard lock(writing_);
-    if (!open_ || !writer_) return;
-    // While a reader is in the way it does what it can; the next one finishes the work.
-    sqlite3_busy_timeout(writer_->handle(), kScrubMilliseconds);
-    sqlite3_wal_checkpoint_v2(writer_->handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    if (!open_) return;
+    try {
+        if (!writer_) writer_ = std::make_unique<Connection>(file_, Connection::Use::Writing);
+    } catch (const SQLite::Exception&) {
+        scrubOwed_ = true;
+        return;
+    }
+    sqlite3_busy_timeout(writer_->handle(), busyMilliseconds);
+    scrubOwed_ = sqlite3_wal_checkpoint_v2(writer_->handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr,
+                                           nullptr) != SQLITE_OK;
     sqlite3_busy_timeout(writer_->handle(), Connection::kBusyMilliseconds);
 }
 

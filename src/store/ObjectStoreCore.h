@@ -26,13 +26,17 @@ class ObjectStore::Core {
     const std::filesystem::path& file() const { return file_; }
     const std::string& sessionIdentifier() const { return sessionIdentifier_; }
     Failure clearLeftovers(ObjectStore& store) { return norvane::clearLeftovers(store, *session_); }
+    /// How long a removal waits for readers before it leaves the scrubbing for later.
+    static constexpr int kScrubMilliseconds = 100;
     TaskQueue& saveQueue() { return *saveQueue_; }
     bool isOpen() const { return open_; }
 
     Failure read(const StoreWork::Work& work);
     Failure write(const StoreWork::Work& work);
-    /// Empties the journal as far as readers let it.
-    void scrub();
+    /// Empties the journal. While readers are in the way it stays owed.
+    void scrub(int busyMilliseconds);
+    /// Whether the journal is still to be emptied; the caller that gets a yes is to try again.
+    bool takeOwedScrub() { return scrubOwed_.exchange(false); }
     void close();
 
     std::unique_ptr<ManagedObjectContext> defaultContext; ///< set once, before anybody else knows the store
@@ -45,6 +49,7 @@ class ObjectStore::Core {
     const std::shared_ptr<TaskQueue> saveQueue_;
     const std::string sessionIdentifier_;
     std::atomic<bool> open_ = true;
+    std::atomic<bool> scrubOwed_ = false;
 
     std::mutex writing_; ///< guards the two below
     std::unique_ptr<Connection> writer_;

@@ -1,6 +1,7 @@
 #include "src/store/Query.h"
 
 #include "src/store/RowCodec.h"
+#include "src/store/Schema.h"
 
 #include <norvane/platform/NVMException.h>
 
@@ -8,7 +9,7 @@ namespace norvane {
 
 Query::Query(const FetchRequest& request)
     : entity_(&Model::current().entity(request.entity()))
-    , tail_(" FROM " + quoted(entity_->name())) {
+    , tail_(" FROM " + sqlName(entity_->name())) {
     for (const auto& condition : request.conditions())
         addCondition(condition);
     tail_ += " ORDER BY ";
@@ -23,7 +24,7 @@ std::string Query::checked(std::string_view column) const {
         throw NVMException("InvalidFetchRequest",
                            std::string(entity_->name()) + " has no column " + std::string(column));
     }
-    return quoted(column);
+    return sqlName(column);
 }
 
 void Query::addCondition(const FetchRequest::Condition& condition) {
@@ -87,14 +88,6 @@ std::vector<std::vector<Value>> Query::properties(Connection& connection,
             row.push_back(readValue(*statement, static_cast<int>(index), kinds[index]));
     }
     return rows;
-}
-
-void Query::remove(Connection& connection) const {
-    for (const std::int64_t row : rows(connection)) {
-        const auto statement = connection.kept(entity_->remove);
-        statement->bind(1, row);
-        statement->exec();
-    }
 }
 
 } // namespace norvane

@@ -22,7 +22,6 @@ class Query {
     std::size_t count(Connection& connection) const;
     std::vector<std::vector<Value>> properties(Connection& connection,
                                                const std::vector<std::string_view>& columns) const;
-    void remove(Connection& connection) const;
 
   private:
     void addCondition(const FetchRequest::Condition& condition);

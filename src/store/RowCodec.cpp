@@ -106,6 +106,10 @@ void readAttributes(SQLite::Statement& statement, int firstColumn, const Entity&
     }
 }
 
+field::TextList storedFormOf(const field::TextList& list) {
+    return list ? listOf(listText(*list)) : std::nullopt;
+}
+
 Value readValue(SQLite::Statement& statement, int column, FieldKind kind) {
     if (statement.isColumnNull(column)) return {};
     const auto cell = statement.getColumn(column);

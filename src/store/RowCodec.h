@@ -15,6 +15,8 @@ void bindAttribute(SQLite::Statement& statement, int parameter, const Field& fie
 /// Sets the record's attributes from the columns from `firstColumn` on. What a column holds beyond its kind
 /// reads as absent.
 void readAttributes(SQLite::Statement& statement, int firstColumn, const Entity& entity, void* record);
+/// A list as it is read back once stored.
+field::TextList storedFormOf(const field::TextList& list);
 Value readValue(SQLite::Statement& statement, int column, FieldKind kind);
 
 /// Binds a condition's value as the column stores it.

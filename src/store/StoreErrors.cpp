@@ -1,5 +1,7 @@
+#include "src/store/Connection.h"
 #include "src/store/StoreErrorOf.h"
 
+#include <norvane/platform/Files.h>
 #include <norvane/store/StoreErrors.h>
 
 #include <sqlite3.h>
@@ -13,12 +15,17 @@ namespace {
 bool isOutOfSpace(int code, int systemError) {
     if (code == SQLITE_FULL) return true;
     // A write-ahead log that cannot grow fails with an input/output error, not with SQLITE_FULL.
-    return (code & 0xff) == SQLITE_IOERR && (systemError == ENOSPC || systemError == EDQUOT);
+    const int kind = code & 0xff;
+    return (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN) &&
+           (systemError == ENOSPC || systemError == EDQUOT);
 }
 
 StoreError plainMeaning(int code, int systemError) {
     if (isOutOfSpace(code, systemError)) return StoreError::DiskFull;
+    // The index of the log is made anew at the first access; it has no size for want of space alone.
+    if (code == SQLITE_IOERR_SHMSIZE && systemError == 0) return StoreError::DiskFull;
     if ((code & 0xff) == SQLITE_NOTADB) return StoreError::NotAStore;
+    if ((code & 0xff) == SQLITE_CORRUPT) return StoreError::Damaged;
     return StoreError{code};
 }
 
@@ -44,7 +51,8 @@ NVMError documentDamaged(std::string_view documentName, const std::string& reaso
 NVMError storeErrorOf(const SQLite::Exception& exception, sqlite3* handle) {
     const int code =
         exception.getExtendedErrorCode() > 0 ? exception.getExtendedErrorCode() : exception.getErrorCode();
-    const int systemError = handle ? sqlite3_system_errno(handle) : 0;
+    const auto* opening = dynamic_cast<const OpeningFailed*>(&exception);
+    const int systemError = opening ? opening->systemError : handle ? sqlite3_system_errno(handle) : 0;
     const StoreError meaning = plainMeaning(code, systemError);
     auto error = storeError(meaning, meaning == StoreError::DiskFull
                                          ? "The device's storage is full."
@@ -55,6 +63,7 @@ NVMError storeErrorOf(const SQLite::Exception& exception, sqlite3* handle) {
 }
 
 bool isDiskFull(const NVMError& error) {
+    if (error.domain == kFileErrorDomain) return error.code == ENOSPC || error.code == EDQUOT;
     return error.domain == kStoreErrorDomain && error.code == static_cast<std::int64_t>(StoreError::DiskFull);
 }
 

@@ -2,7 +2,7 @@
 
 #include "src/platform/DurableFile.h"
 #include "src/store/Connection.h"
-#include "src/store/Model.h"
+#include "src/store/Schema.h"
 #include "src/store/StoreErrorOf.h"
 
 #include <fcntl.h>
@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <optional>
 #include <string>
 
 namespace norvane {
@@ -37,49 +38,65 @@ int number(SQLite::Database& database, const char* sql) { return database.execAn
 StoreFileIdentity identityOf(SQLite::Database& database) {
     if (number(database, "SELECT count(*) FROM sqlite_master") == 0) return {StoreFileKind::Empty};
     if (!database.tableExists("NVMCDEnvelopeDefinition")) return {StoreFileKind::Foreign};
-    return {StoreFileKind::Store, number(database, "PRAGMA user_version")};
+    const int version = number(database, "PRAGMA user_version");
+    if (version != 0 || !database.tableExists("nv_metadata")) return {StoreFileKind::Store, version};
+    return {StoreFileKind::Store,
+            number(database, "SELECT coalesce(max(value), 0) FROM nv_metadata WHERE key = 'modelVersion'")};
 }
 
-void writeSchema(Connection& connection) {
+void writeSchema(Connection& connection, int modelVersion) {
     WriteTransaction transaction(connection);
     if (identityOf(connection.database()).kind != StoreFileKind::Empty) return;
-    for (const auto& statement : Model::current().schema())
+    for (const auto& statement : Schema::ofVersion(modelVersion).statements())
         connection.run(statement.c_str());
-    connection.run("INSERT INTO nv_metadata VALUES ('modelName', 'NorvaneSDK'), ('modelVersion', '2')");
-    connection.run("PRAGMA user_version = 2");
-    static_assert(Model::kVersion == 2);
     transaction.commit();
 }
 
 } // namespace
 
+Result<FileLock> lockForSetUp(const std::filesystem::path& file) {
+    auto lockFile = file;
+    lockFile += ".lock";
+    return FileLock::acquire(lockFile);
+}
+
 Result<StoreFileIdentity> identifyStoreFile(const std::filesystem::path& file) {
     const auto kind = kindByHeader(file);
     if (!kind) return kind.error();
     if (*kind != StoreFileKind::Store) return StoreFileIdentity{*kind};
+    std::optional<SQLite::Database> database;
     try {
-        SQLite::Database database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOFOLLOW, 10'000);
+        database.emplace(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOFOLLOW, 10'000);
         // Otherwise closing would bring the journal into a file that may not be ours to touch.
-        sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-        return identityOf(database);
+        sqlite3_db_config(database->getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        return identityOf(*database);
     } catch (const SQLite::Exception& exception) {
         if (exception.getErrorCode() == SQLITE_NOTADB) return StoreFileIdentity{StoreFileKind::Foreign};
-        return storeErrorOf(exception, nullptr);
+        return storeErrorOf(exception, database ? database->getHandle() : nullptr);
     }
 }
 
 Failure protectStoreFile(const std::filesystem::path& file) {
+    // SQLite gives the companions the file's mode, but it would follow a link that somebody laid in their
+    // place.
+    for (const char* suffix : {"-wal", "-shm", "-journal"}) {
+        auto companion = file;
+        companion += suffix;
+        struct stat status {};
+        if (lstat(companion.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
+            return fileError(ELOOP, companion);
+    }
     const FileDescriptor descriptor(open(file.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (!descriptor.isOpen() || fchmod(descriptor.get(), 0600) != 0) return fileError(errno, file);
     return std::nullopt;
 }
 
-Failure createSchema(const std::filesystem::path& file) {
+Failure createSchema(const std::filesystem::path& file, int modelVersion) {
     std::unique_ptr<Connection> connection;
     try {
         connection = std::make_unique<Connection>(file, Connection::Use::Writing);
         connection->run("PRAGMA journal_mode = WAL");
-        writeSchema(*connection);
+        writeSchema(*connection, modelVersion);
         return std::nullopt;
     } catch (const SQLite::Exception& exception) {
         return storeErrorOf(exception, connection ? connection->handle() : nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "src/platform/FileLock.h"
+
 #include <norvane/platform/Result.h>
 
 #include <filesystem>
@@ -19,6 +21,9 @@ struct StoreFileIdentity {
     int modelVersion = 0; ///< of a store
 };
 
+/// Keeps every other set-up of that store out while it lives.
+Result<FileLock> lockForSetUp(const std::filesystem::path& file);
+
 /// Looks without changing a byte.
 Result<StoreFileIdentity> identifyStoreFile(const std::filesystem::path& file);
 
@@ -27,6 +32,6 @@ Result<StoreFileIdentity> identifyStoreFile(const std::filesystem::path& file);
 Failure protectStoreFile(const std::filesystem::path& file);
 
 /// Makes the tables in an empty store.
-Failure createSchema(const std::filesystem::path& file);
+Failure createSchema(const std::filesystem::path& file, int modelVersion);
 
 } // namespace norvane

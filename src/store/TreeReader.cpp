@@ -1,6 +1,10 @@
 #include "src/store/RowCodec.h"
 #include "src/store/Trees.h"
 
+#include <SQLiteCpp/Column.h>
+
+#include <optional>
+
 namespace norvane {
 
 namespace {
@@ -37,16 +41,33 @@ void loadChildren(Connection& connection, const Entity& entity, void* record) {
 
 } // namespace
 
-std::shared_ptr<void> loadTree(Connection& connection, const Entity& entity, std::int64_t row) {
+namespace {
+
+std::shared_ptr<void> load(Connection& connection, const Entity& entity, std::int64_t row, bool checked) {
     auto record = entity.type->make();
+    std::optional<std::string> seal;
     {
         const auto statement = connection.kept(entity.select);
         statement->bind(1, row);
         if (!statement->executeStep()) return nullptr;
         readRow(*statement, entity, record.get());
+        const int sealColumn = static_cast<int>(entity.attributes.size()) + 1;
+        if (checked && entity.isSealed() && !statement->isColumnNull(sealColumn))
+            seal = statement->getColumn(sealColumn).getString();
     }
     loadChildren(connection, entity, record.get());
+    if (seal && *seal != sealOf(entity, record.get())) throw DamagedObject(entity, row);
     return record;
+}
+
+} // namespace
+
+std::shared_ptr<void> loadTree(Connection& connection, const Entity& entity, std::int64_t row) {
+    return load(connection, entity, row, true);
+}
+
+std::shared_ptr<void> loadTreeUnchecked(Connection& connection, const Entity& entity, std::int64_t row) {
+    return load(connection, entity, row, false);
 }
 
 } // namespace norvane

@@ -1,5 +1,6 @@
 #include "src/store/FileJournal.h"
 #include "src/store/RowCodec.h"
+#include "src/store/Schema.h"
 #include "src/store/Trees.h"
 
 #include <norvane/store/NVMCDEnvelopes.h>
@@ -28,8 +29,10 @@ void TreeWriter::insert(const Entity& entity, void* record) {
         statement->exec();
     }
     take(entity, record);
-    ancestor_ = entity.type == &NVMCDEnvelopeDefinition::type() ? entity.object(record).objectID.row : 0;
+    const std::int64_t row = entity.object(record).objectID.row;
+    ancestor_ = entity.type == &NVMCDEnvelopeDefinition::type() ? row : 0;
     insertChildren(entity, record);
+    if (entity.isSealed() && seals_ == Seals::Kept) reseal_.seal(entity, record, row);
 }
 
 void TreeWriter::adoptFile(const Entity& entity, void* record) {
@@ -69,9 +72,11 @@ bool TreeWriter::update(const Entity& entity, void* record) {
         statement->bind(1, row);
         if (!statement->executeStep()) return false;
     }
+    if (!entity.isRoot()) reseal_.aboutToChange(entity, row);
     ancestor_ = entity.type == &NVMCDEnvelopeDefinition::type() ? row : 0;
     updateRow(entity, record);
     updateChildren(entity, record);
+    if (entity.isSealed() && seals_ == Seals::Kept) reseal_.seal(entity, record, row);
     return true;
 }
 
@@ -127,20 +132,30 @@ void TreeWriter::updateChild(const Entity::Child& child, void* record, std::int6
         const auto statement = connection_.kept(entity.remove);
         statement->bind(1, row);
         statement->exec();
+        hasRemoved_ = true;
     }
+}
+
+void TreeWriter::remove(const Entity& entity, std::int64_t row) {
+    if (!entity.isRoot()) reseal_.aboutToChange(entity, row);
+    const auto statement = connection_.kept(entity.remove);
+    statement->bind(1, row);
+    if (statement->exec() != 0) hasRemoved_ = true;
 }
 
 bool TreeWriter::updateAttributes(const Entity& entity, void* record,
                                   const std::vector<std::string_view>& attributes) {
+    const std::int64_t row = entity.object(record).objectID.row;
+    reseal_.aboutToChange(entity, row);
     std::string assignments;
     for (const auto name : attributes)
-        assignments += (assignments.empty() ? "" : ", ") + quoted(name) + " = ?";
+        assignments += (assignments.empty() ? "" : ", ") + sqlName(name) + " = ?";
     const Connection::Prepared statement(
-        connection_.prepare("UPDATE " + quoted(entity.name()) + " SET " + assignments + " WHERE _id = ?"));
+        connection_.prepare("UPDATE " + sqlName(entity.name()) + " SET " + assignments + " WHERE _id = ?"));
     int parameter = 1;
     for (const auto name : attributes)
         bindAttribute(*statement, parameter++, *entity.attribute(name), record);
-    statement->bind(parameter, entity.object(record).objectID.row);
+    statement->bind(parameter, row);
     return statement->exec() != 0;
 }
 

@@ -1,7 +1,11 @@
 #include "src/store/UploadAttempts.h"
 
+#include "src/store/Query.h"
 #include "src/store/RowCodec.h"
+#include "src/store/Seal.h"
 #include "src/store/StoreWork.h"
+
+#include <norvane/store/NVMCDEnvelopes.h>
 
 namespace norvane {
 
@@ -14,8 +18,22 @@ const std::string kAccepted =
     "INSERT OR REPLACE INTO nv_uploadAttempt (transactionId, startedAt, outcome, envelopeId) "
     "VALUES (?1, coalesce((SELECT startedAt FROM nv_uploadAttempt WHERE transactionId = ?1), "
     "0), 'accepted', ?2)";
-const std::string kNameEnvelope = "UPDATE NVMCDEnvelopeDefinition SET envelopeId = ? WHERE transactionId = ?";
+const std::string kNameEnvelope = "UPDATE NVMCDEnvelopeDefinition SET envelopeId = ? WHERE _id = ?";
 const std::string kRefused = "DELETE FROM nv_uploadAttempt WHERE transactionId = ?";
+
+void nameEnvelope(Connection& connection, const std::string& transactionId, const std::string& envelopeId) {
+    const Query named(NVMCDEnvelopeDefinition::fetchRequest().where(
+        "transactionId", FetchRequest::Match::Equal, transactionId));
+    Reseal reseal(connection);
+    for (const std::int64_t row : named.rows(connection)) {
+        reseal.aboutToChange(named.entity(), row);
+        const auto statement = connection.kept(kNameEnvelope);
+        statement->bind(1, envelopeId);
+        statement->bind(2, row);
+        statement->exec();
+    }
+    reseal.finish();
+}
 
 } // namespace
 
@@ -48,10 +66,7 @@ Failure UploadAttempts::accepted(const std::string& transactionId, const std::st
         attempt->bind(1, transactionId);
         attempt->bind(2, envelopeId);
         attempt->exec();
-        const auto envelope = connection.kept(kNameEnvelope);
-        envelope->bind(1, envelopeId);
-        envelope->bind(2, transactionId);
-        envelope->exec();
+        nameEnvelope(connection, transactionId, envelopeId);
     });
 }
 

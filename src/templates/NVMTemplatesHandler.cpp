@@ -1,4 +1,5 @@
 #include <norvane/sdk/Errors.h>
+#include <norvane/store/NVMTemplatesMigrationHelper.h>
 #include <norvane/store/ObjectStore.h>
 #include <norvane/templates/NVMTemplatesHandler.h>
 #include <norvane/templates/TemplateRules.h>
@@ -27,7 +28,10 @@ Failure anyFreeFormSigner(const NVESEnvelopeTemplate& envelopeTemplate) {
 
 } // namespace
 
-Failure NVMTemplatesHandler::setup() { return ObjectStore::setupDefaultStore(); }
+Failure NVMTemplatesHandler::setup() {
+    NVMTemplatesMigrationHelper::performMigrationForStoreFileName(std::string(ObjectStore::kFileName));
+    return ObjectStore::setupDefaultStore();
+}
 
 void NVMTemplatesHandler::setLoggingLevel(std::uint64_t level) {
     const bool isKnown = level == 3 || level == std::numeric_limits<std::uint64_t>::max();

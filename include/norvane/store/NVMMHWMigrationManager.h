@@ -32,6 +32,9 @@ struct MappingModel {
 /// "NorvaneSDK 2".
 std::string modelNameOfVersion(int version);
 
+/// The folder beside the store that keeps the stores that migrations replaced.
+std::filesystem::path earlierStoresFolder(const std::filesystem::path& store);
+
 /// Told what a migration does, and may choose how.
 class MigrationDelegate {
   public:
@@ -51,8 +54,10 @@ class NVMMHWMigrationManager {
 
     MigrationDelegate* delegate = nullptr; ///< outlives the migration
 
-    /// Until the store fits the version. The earlier store is kept in a temporary folder under a fresh name.
-    /// An error leaves the store as the last complete step made it.
+    /// Until the store fits the version. The earlier store is kept under a fresh name in a folder beside the
+    /// store (`earlierStoresFolder`). At every moment the store's own name leads to the earlier store or to
+    /// the later one, whole; an error leaves the store as the last complete step made it. Nobody else may
+    /// have the store open.
     Failure progressivelyMigrate(const std::filesystem::path& store, int toVersion);
 
   private:

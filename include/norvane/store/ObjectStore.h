@@ -21,7 +21,7 @@ class ObjectStore : public std::enable_shared_from_this<ObjectStore> {
 
     /// Opens the store in the platform's support folder, makes it when there is none, and clears away what
     /// processes that ended amid a write left. A file that is no store of the kit, or that a later kit made,
-    /// is left untouched and gives an error.
+    /// is left untouched and gives an error. A process opens a file once at a time.
     static Result<std::shared_ptr<ObjectStore>> open(const std::string& fileName = std::string(kFileName));
     ~ObjectStore();
 
@@ -45,9 +45,12 @@ class ObjectStore : public std::enable_shared_from_this<ObjectStore> {
     /// The same at once, on the calling thread.
     Failure saveAndWait(const std::function<Failure(ManagedObjectContext&)>& block);
 
-    /// Brings the journal into the file and empties it, so that removed texts cannot be read from it. Does
-    /// what it can while others read.
+    /// Brings the journal into the file and empties it, so that removed texts cannot be read from it. A save
+    /// that removed something does so by itself. While others read it waits a moment, then tries again after
+    /// later reads, and at the next set-up.
     void scrub();
+    /// Removes the stores of earlier models that migrations kept aside.
+    void removeEarlierStores();
 
     /// Waits for the saves that have begun and closes the file. From then on everything gives the error
     /// `StoreError::NotOpen`.

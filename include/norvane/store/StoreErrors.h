@@ -25,9 +25,10 @@ enum class StoreError : std::int64_t {
     DocumentDamaged = -6, ///< the document's file is missing or is not what was written
     NotFound = -7,        ///< no stored object of that identifier
     OlderModel = -8,      ///< made by an earlier kit and not migrated; it was left as it is
+    Damaged = -9,         ///< the store, or the object asked for, is not what was written
 };
 
-/// Whether nothing could be written because the disk is full.
+/// Whether nothing could be written, in the store or as a file, because the disk is full.
 bool isDiskFull(const NVMError& error);
 
 } // namespace norvane
