@@ -12,6 +12,7 @@ void acceptHyphens(CLI::App& command, Context& context) {
 
 void takeHyphenated(const CLI::App& command, std::optional<std::string>& argument) {
     std::vector<std::string> extras = command.remaining();
+    if (!extras.empty() && extras.front() == "--") extras.erase(extras.begin());
     if (!argument && !extras.empty()) {
         argument = extras.front();
         extras.erase(extras.begin());

@@ -106,4 +106,11 @@ std::size_t codePointLength(std::string_view text) {
     return count;
 }
 
+std::size_t codePointOffset(std::string_view text, std::size_t count) {
+    std::size_t index = 0;
+    for (; count > 0 && index < text.size(); --count)
+        U8_FWD_1(text.data(), index, text.size());
+    return index;
+}
+
 } // namespace norvane

@@ -38,5 +38,7 @@ bool isBlank(const std::optional<std::string>& text);
 
 /// The number of code points.
 std::size_t codePointLength(std::string_view text);
+/// Where, in bytes, that many code points end; the text's size when it has no more.
+std::size_t codePointOffset(std::string_view text, std::size_t count);
 
 } // namespace norvane
