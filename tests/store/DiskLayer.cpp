@@ -293,10 +293,16 @@ void DiskImage::restore(const std::filesystem::path& root, After after, unsigned
         std::filesystem::remove_all(root / folder);
     for (const char* folder : {"Documents", "support"})
         std::filesystem::create_directory(root / folder);
+    std::map<std::size_t, std::filesystem::path> written;
     // Of names a torn disk keeps all or none, in the order in which they were given.
     const bool keepsNames = after == After::Kill || (after == After::TornWrite && random() % 2 == 0);
     for (const auto& [path, number] : keepsNames ? names_ : syncedNames_) {
         const File& file = files_[number];
+        std::filesystem::create_directories((root / path).parent_path());
+        if (const auto [first, isFirst] = written.emplace(number, root / path); !isFirst) {
+            std::filesystem::create_hard_link(first->second, root / path);
+            continue;
+        }
         std::string content = after == After::Kill ? file.now : file.synced;
         if (after == After::TornWrite) {
             for (const DiskCall& call : file.unsynced)
@@ -304,7 +310,6 @@ void DiskImage::restore(const std::filesystem::path& root, After after, unsigned
                     change(content, call,
                            random() % 2 == 0 ? call.bytes.size() : call.bytes.size() / 512 / 2 * 512);
         }
-        std::filesystem::create_directories((root / path).parent_path());
         std::ofstream(root / path, std::ios::binary) << content;
     }
 }
