@@ -30,6 +30,7 @@ void addAccountCommands(CLI::App& program, Context& context);
 void addTemplateCommands(CLI::App& program, Context& context);
 void addSignCommand(CLI::App& program, Context& context);
 void addEnvelopeCommands(CLI::App& program, Context& context);
+void addStoreCommands(CLI::App& program, Context& context);
 void addConfigCommands(CLI::App& program, Context& context);
 void addQueryCommand(CLI::App& program, Context& context);
 void addValidateCommand(CLI::App& program, Context& context);

@@ -64,6 +64,7 @@ int main(int argc, char** argv) {
     addTemplateCommands(program, context);
     addSignCommand(program, context);
     addEnvelopeCommands(program, context);
+    addStoreCommands(program, context);
     addConfigCommands(program, context);
     addQueryCommand(program, context);
     addValidateCommand(program, context);

@@ -164,19 +164,22 @@ void FileJournal::removeDropped(ObjectStore& store, const std::vector<std::strin
     }));
 }
 
-void FileJournal::removeUnknown(ObjectStore& store, std::string_view folder) {
+std::vector<std::string> FileJournal::unknownFiles(ObjectStore& store, std::string_view folder) {
     // Listed first: what is written from now on is in the journal by the time that it is read.
     const auto files = filesIn(folder);
-    std::vector<std::filesystem::path> unknown;
+    std::vector<std::string> unknown;
     const auto collect = [&](Connection& connection) {
         for (const auto& file : files) {
             const std::string path = "/userId/" + std::string(folder) + "/" + file.filename().string();
-            if (!isHalfWritten(file) && !FileJournal(connection).isKnown(path)) unknown.push_back(file);
+            if (!isHalfWritten(file) && !FileJournal(connection).isKnown(path)) unknown.push_back(path);
         }
     };
-    if (StoreWork::read(store, collect)) return;
-    for (const auto& file : unknown)
-        Platform::current().files->remove(file);
+    if (StoreWork::read(store, collect)) return {};
+    return unknown;
+}
+
+void FileJournal::removeUnknown(ObjectStore& store, std::string_view folder) {
+    removeForGood(unknownFiles(store, folder));
 }
 
 Failure clearLeftovers(ObjectStore& store, const Session& session) {

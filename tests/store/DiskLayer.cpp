@@ -27,6 +27,7 @@ struct Layer {
 };
 
 std::atomic<bool> isActive = false;
+std::atomic<bool> syncsAreFree = false;
 std::recursive_mutex
     mutex; ///< guards `layer`; held during each call, so that calls are logged in their order
 Layer layer;
@@ -98,7 +99,7 @@ ssize_t throughWrite(int descriptor, const void* bytes, std::size_t size, std::i
 }
 
 int sync(int descriptor, const char* name) {
-    const auto call = real<int (*)(int)>(name);
+    const auto call = [&](int file) { return syncsAreFree ? 0 : real<int (*)(int)>(name)(file); };
     if (!isActive) return call(descriptor);
     struct stat status {};
     const bool isFolder = fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
@@ -217,6 +218,9 @@ DiskLayer::~DiskLayer() {
     layer = {};
 }
 
+FreeSyncs::FreeSyncs() { syncsAreFree = true; }
+FreeSyncs::~FreeSyncs() { syncsAreFree = false; }
+
 void DiskLayer::mark(const std::string& text) {
     const std::lock_guard lock(mutex);
     layer.calls.push_back({Kind::Mark, text, {}, 0, {}});
@@ -289,10 +293,16 @@ void DiskImage::restore(const std::filesystem::path& root, After after, unsigned
         std::filesystem::remove_all(root / folder);
     for (const char* folder : {"Documents", "support"})
         std::filesystem::create_directory(root / folder);
+    std::map<std::size_t, std::filesystem::path> written;
     // Of names a torn disk keeps all or none, in the order in which they were given.
     const bool keepsNames = after == After::Kill || (after == After::TornWrite && random() % 2 == 0);
     for (const auto& [path, number] : keepsNames ? names_ : syncedNames_) {
         const File& file = files_[number];
+        std::filesystem::create_directories((root / path).parent_path());
+        if (const auto [first, isFirst] = written.emplace(number, root / path); !isFirst) {
+            std::filesystem::create_hard_link(first->second, root / path);
+            continue;
+        }
         std::string content = after == After::Kill ? file.now : file.synced;
         if (after == After::TornWrite) {
             for (const DiskCall& call : file.unsynced)
@@ -300,7 +310,6 @@ void DiskImage::restore(const std::filesystem::path& root, After after, unsigned
                     change(content, call,
                            random() % 2 == 0 ? call.bytes.size() : call.bytes.size() / 512 / 2 * 512);
         }
-        std::filesystem::create_directories((root / path).parent_path());
         std::ofstream(root / path, std::ios::binary) << content;
     }
 }

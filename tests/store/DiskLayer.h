@@ -39,6 +39,14 @@ class DiskLayer {
     std::vector<DiskCall> calls() const;
 };
 
+/// While it lives nothing is really synced: the tests look at the calls, and the machine does not lose its
+/// power.
+class FreeSyncs {
+  public:
+    FreeSyncs();
+    ~FreeSyncs();
+};
+
 /// What is on disk after some of the calls.
 class DiskImage {
   public:

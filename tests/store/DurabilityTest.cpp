@@ -150,6 +150,7 @@ class DurabilityTest : public EnvelopeFixture {
         return calls;
     }
 
+    FreeSyncs freeSyncs_;
     std::vector<Failure> errors_;
 };
 
