@@ -53,6 +53,7 @@ NVMNativeSigningViewController::~NVMNativeSigningViewController() = default;
 void NVMNativeSigningViewController::viewDidLoad() {
     view_->showPoweredBy("Powered by Norvane",
                          configuredValueForSetupKey(NVM_SETUP_POWERED_BY_NORVANE_ENABLED));
+    toolManager_ = std::make_unique<NVMPTNToolManager>(docToOpen_, weak_from_this(), *annotationsManager_);
     recipientsObserver_ = Platform::current().notifications->addObserver(
         std::string(NVMEnvelopeRecipientsDidChangeNotification),
         [self = weak_from_this()](const Notification&) {
@@ -225,12 +226,15 @@ void NVMNativeSigningViewController::presentSignerPermissions() {
     if (isSignedInUser(*currentRecipient_)) return view_->beginSigning(currentRecipient_);
     const auto account = NVMCredentials::primaryCredentials();
     ConsumerDisclosure disclosure;
+    const auto& origin = envelope()->envelopeTemplateDefinition;
     if (account) {
         disclosure.disclosureId = account->consumerDisclosureId.value_or("");
         disclosure.markup = account->consumerDisclosure.value_or("");
         disclosure.senderName = account->userName.value_or("");
         disclosure.senderCompany = account->accountName.value_or("");
     }
+    if (!envelope()->isLocallyOriginatedEnvelope() && origin && origin->owner)
+        disclosure.senderName = origin->owner->userName.value_or("");
     disclosure.recipientName = currentRecipient_->nvm_name();
     view_->showConsumerDisclosure(disclosure);
 }

@@ -45,6 +45,17 @@ void showHighlight(NVMPDFBaseAnnotation& annotation, bool isHighlighted) {
 
 } // namespace
 
+void NVMNativeSigningViewController::pdfViewControllerDidTapOnAnnotation(const Annotation& annotation,
+                                                                         const Point&) {
+    didTapOnAnnotation(annotation->tab().tabId);
+}
+
+void NVMNativeSigningViewController::pdfViewControllerDidTapOnPageView(const Point&) {
+    if (isOver_) return;
+    view_->endEditing();
+    deselectAnnotations();
+}
+
 void NVMNativeSigningViewController::didTapOnAnnotation(const std::string& tabId) {
     const auto tab = tabWithId(tabId);
     const auto annotation = tab ? annotationFor(*tab) : nullptr;

@@ -41,6 +41,16 @@ class SigningFlowTest : public SigningFlowFixture {
             envelope_->recipients->signerFromInPersonSigner(signers().front(), "Cy Remote", "cy@example.com");
         });
     }
+    /// Taps the middle of the tab where the page shows it.
+    void tap(const NVMNativeSigningViewController& controller, const NVMTab& tab) const {
+        constexpr double kLetterHeight = 792;
+        const auto page = static_cast<std::size_t>(*tab.pageNumber) + (tab.documentId == "1" ? 0 : 1);
+        const NVMTabFrame& frame = *tab.frame;
+        controller.toolManager().handleTap(
+            page,
+            {static_cast<double>(frame.originX + 8), kLetterHeight - static_cast<double>(frame.originY + 8)},
+            {});
+    }
     bool hasFiles() const {
         const auto path = NVM_documentsPathByAppendingPathComponent(
             envelope_->documents->front()->sandboxFilePath.value_or(""));
@@ -273,7 +283,7 @@ TEST_F(SigningFlowTest, OneRadioOfAGroupIsChosen) {
         return values;
     };
     for (const std::size_t choice : {std::size_t{1}, std::size_t{0}}) {
-        onMain([&](auto& controller) { controller.didTapOnAnnotation(*radios[choice]->tabId); });
+        onMain([&](auto& controller) { tap(controller, *radios[choice]); });
         Names expected(radios.size(), "");
         expected[choice] = "X!";
         EXPECT_EQ(chosen(), expected);

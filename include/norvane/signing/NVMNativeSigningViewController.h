@@ -3,6 +3,7 @@
 #include <norvane/platform/Result.h>
 #include <norvane/signature/Image.h>
 #include <norvane/signing/NVMNativeSigningEnvelopeHandler.h>
+#include <norvane/signing/NVMPTNToolManager.h>
 #include <norvane/signing/NativeSigningView.h>
 
 #include <functional>
@@ -28,7 +29,8 @@ struct NVMTab;
 /// and rules only; what the person sees is the view's. Everything runs on the main queue: calls from
 /// elsewhere are a programming error. Once the envelope is on its way into the cache, or discarded, whatever
 /// the view or an alert that was left open still answers has no effect.
-class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNativeSigningViewController> {
+class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNativeSigningViewController>,
+                                       public NVMPTNToolManagerDelegate {
   public:
     /// How a signing ended: the envelope's transaction id once it is cached, else why it is not. A signing
     /// that the person discarded ends with `cancelledError`.
@@ -39,7 +41,7 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     static Result<std::shared_ptr<NVMNativeSigningViewController>>
     viewControllerForEnvelope(std::shared_ptr<NVMEnvelopeDefinition> envelope,
                               std::shared_ptr<NativeSigningView> view, Completion completion);
-    ~NVMNativeSigningViewController();
+    ~NVMNativeSigningViewController() override;
 
     /// Shows the document and goes to the first signer. Once, after making.
     void viewDidLoad();
@@ -48,7 +50,12 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     void cancelTapped();
     void finishTapped();
 
-    /// Answers of the view.
+    /// Where the view reports taps on the pages; from `viewDidLoad` on.
+    const NVMPTNToolManager& toolManager() const { return *toolManager_; }
+    void pdfViewControllerDidTapOnAnnotation(const Annotation& annotation, const Point&) override;
+    void pdfViewControllerDidTapOnPageView(const Point&) override;
+
+    /// Answers of the view. A tap on an annotation may also come by the tab's identifier, without a place.
     void didTapOnAnnotation(const std::string& tabId);
     void textViewDidChange(const std::string& tabId, const std::string& text);
     void signatureCaptureDidFinishWithSignature(const Image& image);
@@ -130,6 +137,7 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     std::shared_ptr<NativeSigningView> view_;
     Completion completion_;
     std::unique_ptr<NVMPTNPDFAnnotationManager> annotationsManager_;
+    std::unique_ptr<NVMPTNToolManager> toolManager_;
     std::unique_ptr<DecodedImages> images_;
     std::map<std::string, int> startPageOfDocument_; ///< by document id, in the combined PDF, from 0
     std::shared_ptr<NVMRecipient> currentRecipient_;
