@@ -81,7 +81,6 @@ CrossReferenceReader::CrossReferenceReader(std::string_view file)
     if (header == std::string_view::npos) throw std::runtime_error("can't find PDF header");
     file_ = file.substr(header);
     scratch_->setSuppressWarnings(true);
-    scratch_->emptyPDF();
 }
 
 std::size_t CrossReferenceReader::startOfNewest() const {

@@ -25,16 +25,16 @@ QPDFObjectHandle helveticaOf(PdfDocument::State& document) {
     return document.helvetica;
 }
 
-void drawBox(ContentStream& content, const PdfAnnotation::State& state, const Size& size) {
-    const double line = std::min({state.border.width, size.width, size.height});
-    const bool isFilled = state.fillColor.alpha > 0;
+void drawBox(ContentStream& content, const AnnotationLook& look, const Size& size) {
+    const double line = std::min({look.border.width, size.width, size.height});
+    const bool isFilled = look.fillColor.alpha > 0;
     if (!isFilled && line <= 0) return;
     const Rect box{line / 2, line / 2, size.width - line, size.height - line};
-    const double radiusX = std::min(state.border.horizontalCornerRadius, box.width / 2);
-    const double radiusY = std::min(state.border.verticalCornerRadius, box.height / 2);
+    const double radiusX = std::min(look.border.horizontalCornerRadius, box.width / 2);
+    const double radiusY = std::min(look.border.verticalCornerRadius, box.height / 2);
     content.save();
-    content.fillColor(state.fillColor);
-    content.strokeColor(state.lineColor);
+    content.fillColor(look.fillColor);
+    content.strokeColor(look.lineColor);
     content.number(line).op("w");
     content.roundedRectangle(box, radiusX, radiusY);
     content.op(!isFilled ? "S" : line > 0 ? "B" : "f");
@@ -42,15 +42,15 @@ void drawBox(ContentStream& content, const PdfAnnotation::State& state, const Si
 }
 
 /// Returns whether the text needs the font resource.
-bool drawText(ContentStream& content, const PdfAnnotation::State& state, const Size& size,
+bool drawText(ContentStream& content, const AnnotationLook& look, const Size& size,
               const std::string& contents) {
     const std::string text = shownText(contents);
     if (text.empty()) return false;
-    const double border = state.border.width;
+    const double border = look.border.width;
     const Rect inner{kTextInset, border, size.width - 2 * kTextInset, size.height - 2 * border};
     const auto face = faceFor(text);
     const TextLayout layout =
-        layOut(text, *face, state.fontSize, std::max(inner.width, 1.0), std::max(inner.height, 1.0));
+        layOut(text, *face, look.fontSize, std::max(inner.width, 1.0), std::max(inner.height, 1.0));
 
     const double lineHeight = layout.fontSize * TextFace::kLineHeight;
     const double used = static_cast<double>(layout.lines.size()) * lineHeight;
@@ -59,7 +59,7 @@ bool drawText(ContentStream& content, const PdfAnnotation::State& state, const S
     content.save();
     content.rectangle({border, border, size.width - 2 * border, size.height - 2 * border});
     content.op("W n");
-    content.fillColor(state.textColor);
+    content.fillColor(look.textColor);
     for (const std::string& line : layout.lines) {
         if (!line.empty()) face->show(content, line, inner.x, baseline, layout.fontSize);
         baseline -= lineHeight;
@@ -68,40 +68,42 @@ bool drawText(ContentStream& content, const PdfAnnotation::State& state, const S
     return face->usesHelvetica();
 }
 
-void writeEntries(PdfAnnotation::State& state) {
-    const Color& fill = state.fillColor;
-    state.object.replaceKey("/C",
-                            fill.alpha > 0 ? pdfNumbers({fill.red, fill.green, fill.blue}) : pdfNumbers({}));
-    QPDFObjectHandle border = QPDFObjectHandle::parse("<< /Type /Border /S /S >>");
-    border.replaceKey("/W", QPDFObjectHandle::newReal(pdfNumber(state.border.width)));
-    state.object.replaceKey("/BS", border);
-    state.object.replaceKey("/Border", pdfNumbers({state.border.horizontalCornerRadius,
-                                                   state.border.verticalCornerRadius, state.border.width}));
+void writeEntries(AnnotationLook& look) {
+    const Color& fill = look.fillColor;
+    look.object.replaceKey("/C",
+                           fill.alpha > 0 ? pdfNumbers({fill.red, fill.green, fill.blue}) : pdfNumbers({}));
+    QPDFObjectHandle border = QPDFObjectHandle::newDictionary();
+    border.replaceKey("/Type", QPDFObjectHandle::newName("/Border"));
+    border.replaceKey("/S", QPDFObjectHandle::newName("/S"));
+    border.replaceKey("/W", QPDFObjectHandle::newReal(pdfNumber(look.border.width)));
+    look.object.replaceKey("/BS", border);
+    look.object.replaceKey("/Border", pdfNumbers({look.border.horizontalCornerRadius,
+                                                  look.border.verticalCornerRadius, look.border.width}));
     ContentStream appearance;
-    appearance.strokeColor(state.lineColor);
-    appearance.fillColor(state.textColor);
+    appearance.strokeColor(look.lineColor);
+    appearance.fillColor(look.textColor);
     appearance.raw("/Helv ");
-    appearance.number(state.fontSize).op("Tf");
-    state.object.replaceKey("/DA", QPDFObjectHandle::newString(appearance.text()));
+    appearance.number(look.fontSize).op("Tf");
+    look.object.replaceKey("/DA", QPDFObjectHandle::newString(appearance.text()));
 }
 
 } // namespace
 
-void drawFreeText(PdfAnnotation::State& state, const std::string& contents) {
-    const PdfRect rect = state.rect.normalized();
+FreeTextAppearance freeTextAppearance(AnnotationLook& look, PdfDocument::State& document) {
+    const PdfRect rect = look.rect.normalized();
     const Size size{rect.x2 - rect.x1, rect.y2 - rect.y1};
     ContentStream content;
     QPDFObjectHandle resources = QPDFObjectHandle::newDictionary();
     if (size.width > 0 && size.height > 0) {
-        drawBox(content, state, size);
-        if (drawText(content, state, size, contents)) {
+        drawBox(content, look, size);
+        if (drawText(content, look, size, look.contents())) {
             QPDFObjectHandle fonts = QPDFObjectHandle::newDictionary();
-            fonts.replaceKey("/Helv", helveticaOf(*state.document));
+            fonts.replaceKey("/Helv", helveticaOf(document));
             resources.replaceKey("/Font", fonts);
         }
     }
-    writeEntries(state);
-    state.setAppearance(content.text(), {0, 0, size.width, size.height}, resources);
+    writeEntries(look);
+    return {content.text(), resources};
 }
 
 } // namespace norvane

@@ -10,7 +10,13 @@ namespace norvane {
 /// Space between an annotation's edge and its text at either side, in points.
 inline constexpr double kTextInset = 5;
 
-/// Draws a free-text annotation and writes the entries from which another program may draw it again.
-void drawFreeText(PdfAnnotation::State& state, const std::string& contents);
+struct FreeTextAppearance {
+    std::string content;
+    QPDFObjectHandle resources;
+};
+
+/// Draws border, ground and contents; writes into the annotation the entries from which another program may
+/// draw it again.
+FreeTextAppearance freeTextAppearance(AnnotationLook& look, PdfDocument::State& document);
 
 } // namespace norvane

@@ -5,7 +5,10 @@
 
 #include <qpdf/QPDFObjectHandle.hh>
 
+#include <map>
 #include <set>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace norvane {
@@ -74,18 +77,32 @@ class ReferenceDepth {
         std::size_t next = 0;
     };
 
+    static bool isOfPageTree(const std::map<std::string, QPDFObjectHandle>& entries) {
+        const auto type = entries.find("/Type");
+        if (type == entries.end()) return false;
+        QPDFObjectHandle name = type->second;
+        return name.isNameAndEquals("/Page") || name.isNameAndEquals("/Pages");
+    }
+
+    /// What stands in the object itself and holds no others leads nowhere.
+    static void add(QPDFObjectHandle child, Level& level) {
+        const bool mayHold = child.isIndirect() || child.isArray() || child.isDictionary();
+        if (mayHold) level.children.push_back(std::move(child));
+    }
+
     void enter(QPDFObjectHandle object) {
         const bool isTop = std::exchange(isTop_, false);
         if (object.isIndirect() && !visited_.insert(object.getObjGen()).second) return;
         Level level;
         if (object.isArray()) {
-            level.children = object.getArrayAsVector();
+            for (int i = 0; i < object.getArrayNItems(); ++i)
+                add(object.getArrayItem(i), level);
         } else if (object.isDictionary() || object.isStream()) {
+            const auto entries = (object.isStream() ? object.getDict() : object).getDictAsMap();
             // Copying stops at other pages and at the page tree.
-            if (!isTop && (object.isPagesObject() || object.isPageObject())) return;
-            QPDFObjectHandle dictionary = object.isStream() ? object.getDict() : object;
-            for (const std::string& key : dictionary.getKeys())
-                level.children.push_back(dictionary.getKey(key));
+            if (!isTop && object.isDictionary() && isOfPageTree(entries)) return;
+            for (const auto& [key, value] : entries)
+                add(value, level);
         }
         if (!level.children.empty()) path_.push_back(std::move(level));
     }

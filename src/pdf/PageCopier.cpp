@@ -81,6 +81,7 @@ Failure insertPages(PdfDocument::State& target, const std::shared_ptr<PdfDocumen
         return pdfError(PdfErrorCode::TooLarge, "too many pages");
     const std::size_t place = std::min(position, target.pages.size());
     return guarded([&]() -> Failure {
+        source->drawStaleLooks();
         PageInsertion insertion(target, *source, place);
         for (const QPDFObjectHandle& page : source->pages)
             insertion.copy(page);

@@ -4,9 +4,13 @@
 #include "src/pdf/State.h"
 
 #include <norvane/pdf/PdfDocument.h>
+#include <norvane/platform/Files.h>
 
 #include <qpdf/Pl_String.hh>
 #include <qpdf/QPDFWriter.hh>
+
+#include <string>
+#include <string_view>
 
 namespace norvane {
 namespace {
@@ -32,6 +36,17 @@ Failure readDocument(PdfDocument::State& state) {
     state.pages = qpdf.getAllPages();
     state.sourcePageCounts = {state.pages.size()};
     return firstWarning(qpdf);
+}
+
+/// Gives the file an identifier made of its bytes. qpdf's own would digest every small piece as it is
+/// written, which takes as long as all the rest.
+void setIdentifier(std::string& file) {
+    constexpr std::string_view kStatic =
+        "<31415926535897932384626433832795>"; // what qpdf writes for a static one
+    const std::string digest = sha256Hex(file).substr(0, kStatic.size() - 2);
+    for (auto at = file.find(kStatic, file.rfind("/ID [")); at != std::string::npos;
+         at = file.find(kStatic, at))
+        file.replace(at + 1, digest.size(), digest);
 }
 
 } // namespace
@@ -95,15 +110,18 @@ bool PdfDocument::hasDigitalSignatures() const {
 Result<Data> PdfDocument::save() const {
     const auto guard = lock();
     std::string output;
+    output.reserve(state_->bytes.size() + state_->bytes.size() / 4);
     const auto failure = guarded([&]() -> Failure {
+        state_->drawStaleLooks();
         Pl_String target("document", nullptr, output);
         QPDFWriter writer(*state_->qpdf);
         writer.setOutputPipeline(&target);
-        writer.setDeterministicID(true);
+        writer.setStaticID(true);
         writer.setDecodeLevel(qpdf_dl_none);
         writer.setCompressStreams(false);
         writer.setMinimumPDFVersion("1.4"); // for transparency
         writer.write();
+        setIdentifier(output);
         return firstWarning(*state_->qpdf);
     });
     if (failure) return *failure;

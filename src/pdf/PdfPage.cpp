@@ -53,13 +53,14 @@ std::shared_ptr<PdfAnnotation::State> newAnnotation(const PdfPage::State& page, 
     const PdfRect box = mediaBoxOf(page.page);
     state->document = page.document;
     state->page = page.page;
-    state->origin = {box.x1, box.y1};
+    state->look = std::make_shared<AnnotationLook>();
+    state->look->origin = {box.x1, box.y1};
     QPDFObjectHandle dictionary = QPDFObjectHandle::newDictionary();
     dictionary.replaceKey("/Type", QPDFObjectHandle::newName("/Annot"));
     dictionary.replaceKey("/Subtype", QPDFObjectHandle::newName(subtype));
     dictionary.replaceKey("/P", page.page);
-    state->object = page.document->qpdf->makeIndirectObject(dictionary);
-    page.document->annotations[state->object.getObjectID()] = state;
+    state->look->object = page.document->qpdf->makeIndirectObject(dictionary);
+    page.document->annotations[state->look->object.getObjectID()] = state;
     PdfAnnotation(state).resize(rect);
     PdfAnnotation(state).setFlag(PdfAnnotationFlag::Print, true);
     return state;
@@ -73,10 +74,12 @@ std::shared_ptr<PdfAnnotation::State> knownOrRead(const PdfPage::State& page, QP
     const PdfRect box = mediaBoxOf(page.page);
     state->document = page.document;
     state->page = page.page;
-    state->object = object;
     state->isOnPage = true;
-    state->origin = {box.x1, box.y1};
-    state->rect = {fileRect.x1 - box.x1, fileRect.y1 - box.y1, fileRect.x2 - box.x1, fileRect.y2 - box.y1};
+    state->look = std::make_shared<AnnotationLook>();
+    state->look->object = object;
+    state->look->origin = {box.x1, box.y1};
+    state->look->rect = {fileRect.x1 - box.x1, fileRect.y1 - box.y1, fileRect.x2 - box.x1,
+                         fileRect.y2 - box.y1};
     if (object.isIndirect()) known = state;
     return state;
 }
@@ -120,7 +123,7 @@ PdfAnnotation PdfPage::createRubberStamp(const PdfRect& rect, int icon) const {
     const std::scoped_lock guard(state_->document->mutex);
     auto state = newAnnotation(*state_, rect, "/Stamp");
     const bool isStandard = icon >= 0 && static_cast<std::size_t>(icon) < kStampNames.size();
-    state->object.replaceKey(
+    state->look->object.replaceKey(
         "/Name",
         QPDFObjectHandle::newName(isStandard ? kStampNames[static_cast<std::size_t>(icon)] : "/Custom"));
     return PdfAnnotation(std::move(state));
@@ -136,7 +139,7 @@ void PdfPage::pushFront(const PdfAnnotation& annotation) const {
         list = list.isArray() ? list.shallowCopy() : QPDFObjectHandle::newArray();
         page.replaceKey("/Annots", list);
     }
-    list.insertItem(0, annotation.state_->object);
+    list.insertItem(0, annotation.state_->look->object);
 }
 
 std::optional<PdfAnnotation> PdfPage::annotationAt(const Point& point, double distance,

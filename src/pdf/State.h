@@ -1,5 +1,7 @@
 #pragma once
 
+#include "src/pdf/AnnotationLook.h"
+
 #include <norvane/pdf/PdfDocument.h>
 
 #include <qpdf/QPDF.hh>
@@ -39,8 +41,14 @@ struct PdfDocument::State {
     std::map<std::string, int> imagesByDigest;
     std::map<int, std::weak_ptr<PdfAnnotation::State>> annotations; ///< by object number
     std::set<int> pagesWithOwnAnnotations;
+    std::vector<std::shared_ptr<AnnotationLook>> staleLooks; ///< in the order in which they first changed
 
     std::size_t pageNumberOf(const QPDFObjectHandle& page) const;
+    /// The image as an object of the document; the same pixels give the same object.
+    QPDFObjectHandle imageObject(const Image& image);
+    void markStale(const std::shared_ptr<AnnotationLook>& look);
+    /// Brings the annotations' appearances up to date. Throws what qpdf throws.
+    void drawStaleLooks();
 };
 
 struct PdfPage::State {
@@ -51,20 +59,8 @@ struct PdfPage::State {
 struct PdfAnnotation::State {
     std::shared_ptr<PdfDocument::State> document;
     QPDFObjectHandle page;
-    QPDFObjectHandle object;
-    PdfRect rect; ///< as given, relative to the media box
-    Point origin; ///< bottom-left corner of the media box, as the file counts
-    double fontSize = 12;
-    PdfBorderStyle border;
-    Color lineColor;
-    Color textColor;
-    Color fillColor{1, 1, 1, 0};
-    bool isOnPage = false;       ///< in the page's list
-    QPDFObjectHandle appearance; ///< the normal appearance's stream, reused by each refresh
-
-    /// Replaces what the annotation shows; the content is drawn in the coordinates of `box`, which covers the
-    /// annotation's rectangle.
-    void setAppearance(const std::string& content, const PdfRect& box, QPDFObjectHandle resources);
+    std::shared_ptr<AnnotationLook> look;
+    bool isOnPage = false; ///< in the page's list
 };
 
 /// The media box of a page, normalised; US letter where the file gives no usable one.

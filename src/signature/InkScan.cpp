@@ -6,6 +6,15 @@
 namespace norvane {
 namespace {
 
+/// Four pixels, in a register of every processor that the kit runs on.
+using Lanes [[gnu::vector_size(16)]] = std::uint64_t;
+
+Lanes lanesAt(const std::uint8_t* bytes) {
+    Lanes lanes;
+    std::memcpy(&lanes, bytes, sizeof lanes);
+    return lanes;
+}
+
 /// Whether pixels are ink, in terms of 32-bit loads: ink has some bit of `mask` unlike `background`.
 struct InkTest {
     std::uint32_t background;
@@ -30,20 +39,22 @@ struct InkTest {
         return ((pixel ^ background) & mask) != 0;
     }
 
-    static constexpr int kBlock = 32;
+    static constexpr int kBlock = 64;
 
     /// Whether any of the `kBlock` pixels from `x` on is ink.
     bool blockHasInk(const std::uint8_t* row, int x) const {
-        std::array<std::uint64_t, kBlock / 2> pairs{};
-        std::memcpy(pairs.data(), row + static_cast<std::size_t>(x) * 4, sizeof pairs);
-        const std::uint64_t expected = std::uint64_t{background} << 32 | background;
-        std::uint64_t even = 0;
-        std::uint64_t odd = 0;
-        for (std::size_t i = 0; i < pairs.size(); i += 2) {
-            even |= pairs[i] ^ expected;
-            odd |= pairs[i + 1] ^ expected;
+        const std::uint8_t* bytes = row + static_cast<std::size_t>(x) * 4;
+        const std::uint64_t pair = std::uint64_t{background} << 32 | background;
+        const Lanes expected{pair, pair};
+        Lanes even{};
+        Lanes odd{};
+        for (std::size_t at = 0; at < kBlock * 4; at += 4 * sizeof(Lanes)) {
+            even |= (lanesAt(bytes + at) ^ expected) | (lanesAt(bytes + at + sizeof(Lanes)) ^ expected);
+            odd |= (lanesAt(bytes + at + 2 * sizeof(Lanes)) ^ expected) |
+                   (lanesAt(bytes + at + 3 * sizeof(Lanes)) ^ expected);
         }
-        return ((even | odd) & (std::uint64_t{mask} << 32 | mask)) != 0;
+        even |= odd;
+        return ((even[0] | even[1]) & (std::uint64_t{mask} << 32 | mask)) != 0;
     }
 
     /// The first ink pixel from `from` up to but not including `to`, or `to`.

@@ -1,7 +1,8 @@
 #include "src/signing/TabAnnotations.h"
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
-#include <norvane/model/NVMInPersonSigner.h>
+#include <norvane/model/NVMRadioGroup.h>
+#include <norvane/model/NVMRecipients.h>
 #include <norvane/model/NVMSigner.h>
 #include <norvane/pdf/PdfDocument.h>
 #include <norvane/platform/DateFormat.h>
@@ -13,7 +14,7 @@
 #include <norvane/signing/NVMPTNPDFAnnotationManager.h>
 #include <norvane/signing/SigningNotifications.h>
 
-#include <algorithm>
+#include <utility>
 
 namespace norvane {
 
@@ -44,14 +45,29 @@ NVMNativeSigningViewController::NVMNativeSigningViewController(
     , docToOpen_(std::move(document))
     , view_(std::move(view))
     , completion_(std::move(completion))
-    , annotationsManager_(std::make_unique<NVMPTNPDFAnnotationManager>()) {}
+    , annotationsManager_(std::make_unique<NVMPTNPDFAnnotationManager>())
+    , images_(std::make_unique<DecodedImages>()) {}
 
 NVMNativeSigningViewController::~NVMNativeSigningViewController() = default;
 
 void NVMNativeSigningViewController::viewDidLoad() {
     view_->showPoweredBy("Powered by Norvane",
                          configuredValueForSetupKey(NVM_SETUP_POWERED_BY_NORVANE_ENABLED));
+    toolManager_ = std::make_unique<NVMPTNToolManager>(docToOpen_, weak_from_this(), *annotationsManager_);
+    recipientsObserver_ = Platform::current().notifications->addObserver(
+        std::string(NVMEnvelopeRecipientsDidChangeNotification),
+        [self = weak_from_this()](const Notification&) {
+            // Later: the host changes recipients while it is being told of a step.
+            Platform::current().executors->mainQueue()->async([self] {
+                if (const auto controller = self.lock()) controller->recipientsDidChange();
+            });
+        });
     setupWithEnvelope();
+}
+
+void NVMNativeSigningViewController::recipientsDidChange() {
+    if (isOver_ || !std::exchange(isWaitingForRecipients_, false)) return;
+    switchToSigners();
 }
 
 void NVMNativeSigningViewController::setupWithEnvelope() {
@@ -78,6 +94,8 @@ void NVMNativeSigningViewController::switchToSigners() {
     nvm_notifySelectRecipientWillShowSigningWithUserInfo(nvm_userInfoWithRecipients(recipients, envelope()));
     if (envelope()->allOfflineRecipientsInCurrentRoutingOrder().size() == recipients.size())
         displayChooseNextSignerIfIncomplete();
+    else
+        isWaitingForRecipients_ = true;
 }
 
 void NVMNativeSigningViewController::displayChooseNextSignerIfIncomplete() {
@@ -87,6 +105,7 @@ void NVMNativeSigningViewController::displayChooseNextSignerIfIncomplete() {
 
 void NVMNativeSigningViewController::signersViewControllerDidChooseSigner(
     const std::shared_ptr<NVMRecipient>& signer) {
+    if (isOver_ || !signer) return;
     view_->dismissPresented();
     switchToSigner(signer);
 }
@@ -94,9 +113,7 @@ void NVMNativeSigningViewController::signersViewControllerDidChooseSigner(
 void NVMNativeSigningViewController::signersViewControllerCanceled() { view_->dismissPresented(); }
 
 void NVMNativeSigningViewController::switchToSigner(const std::shared_ptr<NVMRecipient>& signer) {
-    const auto previous = currentRecipient_;
-    currentRecipient_ = signer;
-    highlightedTab_.reset();
+    const auto previous = std::exchange(currentRecipient_, signer);
     recordPlaceAndTime();
     addAnnotations();
     finalizeSwitchToCurrentRecipient(previous);
@@ -130,14 +147,25 @@ void NVMNativeSigningViewController::addAnnotations() {
                 if (tab->tabType == NVMTabTypeSignHere) tab->frame->originY += tab->frame->height / 2;
                 if (tab->tabType == NVMTabTypeInitialHere) tab->frame->originY += tab->frame->height / 3;
             }
-            addAnnotationForTag(tab, startPage);
+            if (tab->tabType == NVMTabTypeRadio)
+                addAnnotationForRadioGroupTag(tab, startPage);
+            else
+                addAnnotationForTag(tab, startPage);
         }
     }
 }
 
+void NVMNativeSigningViewController::addAnnotationForRadioGroupTag(const std::shared_ptr<NVMTab>& tab,
+                                                                   int startPage) {
+    addAnnotationForTag(tab, startPage);
+    const auto* radio = dynamic_cast<const NVMRadio*>(tab.get());
+    if (const auto group = radio ? envelope()->radioGroupWith(*radio, currentRecipient_) : nullptr)
+        showRadioGroup(*group);
+}
+
 void NVMNativeSigningViewController::addAnnotationForTag(const std::shared_ptr<NVMTab>& tab, int startPage) {
     const int page = startPage + static_cast<int>(tab->pageNumber.value_or(1));
-    const auto annotation = createTabAnnotation(*tab, docToOpen_, page, view_);
+    const auto annotation = createTabAnnotation(*tab, docToOpen_, page, view_, *images_);
     if (!annotation) return;
     if (annotation->isTextBased()) {
         if (tab->tabType == NVMTabTypeDateSigned || tab->tabType == NVMTabTypeFullName)
@@ -166,7 +194,11 @@ void NVMNativeSigningViewController::finalizeSwitchToCurrentRecipient(
     const std::size_t count = envelope()->allOfflineRecipientsInCurrentRoutingOrder().size();
     nvm_notifyEnvelopeRecipientWillBeginOfflineSigningWithUserInfo(
         nvm_userInfoWithRecipient(currentRecipient_, envelope()));
-    if (envelope()->allOfflineRecipientsInCurrentRoutingOrder().size() != count) return;
+    if (envelope()->allOfflineRecipientsInCurrentRoutingOrder().size() != count) {
+        isWaitingForRecipients_ = true;
+        return;
+    }
+    deselectAnnotations();
     updateAnnotations();
     updateFinishButton();
     view_->scrollTo(1, 0);
@@ -190,21 +222,25 @@ void NVMNativeSigningViewController::finalizeSwitchToCurrentRecipient(
 }
 
 void NVMNativeSigningViewController::presentSignerPermissions() {
+    if (isOver_) return;
     if (isSignedInUser(*currentRecipient_)) return view_->beginSigning(currentRecipient_);
     const auto account = NVMCredentials::primaryCredentials();
     ConsumerDisclosure disclosure;
+    const auto& origin = envelope()->envelopeTemplateDefinition;
     if (account) {
         disclosure.disclosureId = account->consumerDisclosureId.value_or("");
         disclosure.markup = account->consumerDisclosure.value_or("");
         disclosure.senderName = account->userName.value_or("");
         disclosure.senderCompany = account->accountName.value_or("");
     }
+    if (!envelope()->isLocallyOriginatedEnvelope() && origin && origin->owner)
+        disclosure.senderName = origin->owner->userName.value_or("");
     disclosure.recipientName = currentRecipient_->nvm_name();
     view_->showConsumerDisclosure(disclosure);
 }
 
 void NVMNativeSigningViewController::consumerDisclosureControllerConsented(const std::string& disclosureId) {
-    if (!currentRecipient_) return;
+    if (!currentRecipient_ || isOver_) return;
     currentRecipient_->offlineAttributes->consumerDisclosureId = disclosureId;
     currentRecipient_->offlineAttributes->accountEsignId = disclosureId;
     view_->dismissPresented();
@@ -224,6 +260,7 @@ void NVMNativeSigningViewController::updateAnnotations() {
 }
 
 std::shared_ptr<NVMTab> NVMNativeSigningViewController::tabWithId(const std::string& tabId) const {
+    if (isOver_) return nullptr;
     for (const auto& tab : envelope()->allTags())
         if (tab->tabId == tabId && currentRecipient_ && tab->recipientId == currentRecipient_->recipientId)
             return tab;

@@ -1,14 +1,17 @@
 #include "src/signing/TabAnnotations.h"
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
+#include <norvane/model/NVMRadioGroup.h>
 #include <norvane/model/NVMSignature.h>
 #include <norvane/model/NVMTabImageData.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/platform/TextCompare.h>
 #include <norvane/sdk/Configuration.h>
 #include <norvane/signing/NVMNativeSigningViewController.h>
+#include <norvane/signing/NVMPTNPDFImageAnnotation.h>
 
 #include <algorithm>
+#include <utility>
 
 // The part of the offline signing controller that fills fields and moves between them.
 
@@ -34,7 +37,24 @@ bool isBlank(const NVMTab& tab) {
     return !tab.value || tab.value->empty();
 }
 
+void showHighlight(NVMPDFBaseAnnotation& annotation, bool isHighlighted) {
+    annotation.setHighlighted(isHighlighted);
+    annotation.updateErroneous();
+    annotation.refreshVisuals();
+}
+
 } // namespace
+
+void NVMNativeSigningViewController::pdfViewControllerDidTapOnAnnotation(const Annotation& annotation,
+                                                                         const Point&) {
+    didTapOnAnnotation(annotation->tab().tabId);
+}
+
+void NVMNativeSigningViewController::pdfViewControllerDidTapOnPageView(const Point&) {
+    if (isOver_) return;
+    view_->endEditing();
+    deselectAnnotations();
+}
 
 void NVMNativeSigningViewController::didTapOnAnnotation(const std::string& tabId) {
     const auto tab = tabWithId(tabId);
@@ -47,6 +67,8 @@ void NVMNativeSigningViewController::didTapOnAnnotation(const std::string& tabId
         return handleTapOnSignAndInitialAnnotation(tab);
     case NVMTabTypeCheckbox:
         return toggleCheckbox(tab);
+    case NVMTabTypeRadio:
+        return selectRadio(tab);
     default:
         break;
     }
@@ -78,6 +100,7 @@ void NVMNativeSigningViewController::signatureCaptureCanceled() {
 }
 
 void NVMNativeSigningViewController::updateSignatureWithImage(const Image& image, bool isInitial) {
+    if (!currentRecipient_ || isOver_) return;
     if (!currentRecipient_->signature) currentRecipient_->signature = std::make_shared<NVMSignature>();
     auto data = std::make_shared<NVMTabImageData>();
     data->data = image.pngData();
@@ -95,9 +118,7 @@ void NVMNativeSigningViewController::stamp(const std::shared_ptr<NVMTab>& tab, c
         data->data = image;
         imageTab->imageData = data;
     }
-    if (const auto annotation = annotationFor(*tab)) {
-        showTabContent(*annotation, *tab);
-    }
+    if (const auto annotation = annotationFor(*tab)) showTabContent(*annotation, *tab, *images_);
     updateFinishButton();
 }
 
@@ -106,10 +127,31 @@ void NVMNativeSigningViewController::toggleCheckbox(const std::shared_ptr<NVMTab
     if (!checkbox) return;
     checkbox->selected = !checkbox->selected;
     checkbox->value.emplace(checkbox->selected ? "X" : "");
-    if (const auto annotation = annotationFor(*tab)) {
-        showTabContent(*annotation, *tab);
-    }
+    if (const auto annotation = annotationFor(*tab)) showTabContent(*annotation, *tab, *images_);
     updateFinishButton();
+}
+
+void NVMNativeSigningViewController::selectRadio(const std::shared_ptr<NVMTab>& tab) {
+    const auto* chosen = dynamic_cast<const NVMRadio*>(tab.get());
+    const auto group = chosen ? envelope()->radioGroupWith(*chosen, currentRecipient_) : nullptr;
+    if (!group) return;
+    for (const auto& radio : *group->radios) {
+        radio->selected = radio.get() == chosen;
+        radio->value.emplace(radio->selected ? "X" : "");
+    }
+    showRadioGroup(*group);
+    updateFinishButton();
+}
+
+void NVMNativeSigningViewController::showRadioGroup(const NVMRadioGroup& group) {
+    const bool hasChoice = std::any_of(group.radios->begin(), group.radios->end(),
+                                       [](const auto& radio) { return radio->selected; });
+    for (const auto& radio : *group.radios) {
+        const auto annotation = std::dynamic_pointer_cast<NVMPTNPDFImageAnnotation>(annotationFor(*radio));
+        if (!annotation) continue;
+        annotation->isContentValidForTabGroup = hasChoice;
+        showTabContent(*annotation, *radio, *images_);
+    }
 }
 
 void NVMNativeSigningViewController::textViewDidChange(const std::string& tabId, const std::string& text) {
@@ -122,17 +164,15 @@ void NVMNativeSigningViewController::textViewDidChange(const std::string& tabId,
 }
 
 void NVMNativeSigningViewController::highlightTab(const std::shared_ptr<NVMTab>& tab) {
-    const auto show = [&](const std::shared_ptr<NVMTab>& changed, bool highlighted) {
-        const auto annotation = changed ? annotationFor(*changed) : nullptr;
-        if (!annotation) return;
-        annotation->setHighlighted(highlighted);
-        annotation->updateErroneous();
-        annotation->refreshVisuals();
-    };
-    const auto previous = highlightedTab_.lock();
-    if (previous != tab) show(previous, false);
-    show(tab, true);
+    if (highlightedTab_.lock() != tab) deselectAnnotations();
     highlightedTab_ = tab;
+    if (const auto annotation = annotationFor(*tab)) showHighlight(*annotation, true);
+}
+
+void NVMNativeSigningViewController::deselectAnnotations() {
+    const auto highlighted = std::exchange(highlightedTab_, {}).lock();
+    const auto annotation = highlighted ? annotationFor(*highlighted) : nullptr;
+    if (annotation) showHighlight(*annotation, false);
 }
 
 void NVMNativeSigningViewController::scrollToNextField() {

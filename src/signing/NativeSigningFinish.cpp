@@ -8,7 +8,7 @@
 #include <norvane/store/DocumentFiles.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
 
-#include <algorithm>
+#include <utility>
 
 // The part of the offline signing controller that ends a recipient's turn, and the envelope.
 
@@ -26,19 +26,24 @@ std::optional<std::string> templateIdOf(const NVMEnvelopeDefinition& envelope) {
 } // namespace
 
 void NVMNativeSigningViewController::finishTapped() {
-    if (!currentRecipient_) return;
+    if (!currentRecipient_ || isOver_) return;
     view_->endEditing();
     if (!remainingRequiredTags().empty()) return scrollToNextField();
+    deselectAnnotations();
     Alert sheet;
     sheet.isSheet = true;
-    sheet.actions.push_back({text("Signing.ConfirmSigning"), [self = weak_from_this()] {
-                                 if (const auto controller = self.lock())
-                                     controller->finalizeCurrentRecipient();
-                             }});
+    sheet.actions.push_back(
+        {text("Signing.ConfirmSigning"), [self = weak_from_this(), signer = currentRecipient_] {
+             const auto controller = self.lock();
+             // A sheet left open confirms for nobody else.
+             if (controller && controller->currentRecipient_ == signer && !signer->signedDateTime)
+                 controller->finalizeCurrentRecipient();
+         }});
     Platform::current().alerts->present(std::move(sheet));
 }
 
 void NVMNativeSigningViewController::finalizeCurrentRecipient() {
+    if (isOver_) return;
     currentRecipient_->signedDateTime = Platform::current().clock->now();
     currentRecipient_->offlineAttributes->offlineSigningHash =
         offlineSigningHash(*envelope(), currentRecipient_);
@@ -100,6 +105,7 @@ void NVMNativeSigningViewController::finishWithMessage(const std::string& titleK
 }
 
 void NVMNativeSigningViewController::finishEnvelope() {
+    if (std::exchange(isOver_, true)) return;
     envelope()->assignLabelsAndIDsToTabs();
     envelope()->setSubjectIfNeeded();
     nvm_notifySigningComplete(envelope()->envelopeId, templateIdOf(*envelope()), NVMSigningModeOffline,
@@ -113,7 +119,7 @@ void NVMNativeSigningViewController::finishEnvelope() {
 void NVMNativeSigningViewController::envelopeWasCached(const std::optional<NVMError>& error) {
     if (error && !alertsAreHidden()) Platform::current().alerts->showError(error->localizedDescription());
     if (error) {
-        envelopeHandler_.clearEnvelope();
+        clearFiles();
         return end(*error);
     }
     const auto& combined = envelope()->combinedDocument;
@@ -122,6 +128,7 @@ void NVMNativeSigningViewController::envelopeWasCached(const std::optional<NVMEr
 }
 
 void NVMNativeSigningViewController::cancelTapped() {
+    if (isOver_) return;
     view_->endEditing();
     presentDiscardSheet();
 }
@@ -140,15 +147,29 @@ void NVMNativeSigningViewController::presentDiscardSheet() {
 }
 
 void NVMNativeSigningViewController::exitNativeSigning() {
+    if (std::exchange(isOver_, true)) return;
+    view_->endEditing();
+    view_->close();
     nvm_notifySigningCancelled(envelope()->envelopeId, templateIdOf(*envelope()), NVMSigningModeOffline,
                                Value::object(shared_from_this()));
-    envelopeHandler_.clearEnvelope();
-    end(cancelledError());
+    clearFiles();
+    complete(cancelledError());
+}
+
+void NVMNativeSigningViewController::clearFiles() {
+    // With an identifier there may be an earlier copy in the cache, which names the same files.
+    if (!envelope()->envelopeId) envelopeHandler_.clearEnvelope();
 }
 
 void NVMNativeSigningViewController::end(Result<std::string> outcome) {
-    const auto keepAlive = shared_from_this();
+    isOver_ = true;
     view_->close();
+    complete(std::move(outcome));
+}
+
+void NVMNativeSigningViewController::complete(Result<std::string> outcome) {
+    const auto keepAlive = shared_from_this();
+    recipientsObserver_.reset();
     if (const auto completion = std::exchange(completion_, nullptr)) completion(std::move(outcome));
 }
 

@@ -36,11 +36,12 @@ void writePlainText(const NVMTab& tab, const PdfPage& page) {
     page.pushFront(annotation);
 }
 
-void drawTab(const NVMTab& tab, const std::shared_ptr<PdfDocument>& document, int pageNumber) {
+void drawTab(const NVMTab& tab, const std::shared_ptr<PdfDocument>& document, int pageNumber,
+             DecodedImages& images) {
     const auto page = document->page(static_cast<std::size_t>(std::max(pageNumber, 0)));
     if (!page) return;
     if (!isImageTabType(tab.tabType)) return writePlainText(tab, *page);
-    const auto annotation = createTabAnnotation(tab, document, pageNumber, {});
+    const auto annotation = createTabAnnotation(tab, document, pageNumber, {}, images);
     annotation->setEditable(false);
     annotation->refreshVisuals();
 }
@@ -52,12 +53,13 @@ Result<Data> signedPreviewOf(const NVMEnvelopeDefinition& envelope) {
         return NVM_errorTemplateHasNoDocuments();
     auto document = PdfDocument::open(*envelope.combinedDocument->pdf);
     if (!document) return document.error();
+    DecodedImages images;
     int startPage = 0;
     for (const auto& source : envelope.sortedDocumentsByOrder()) {
         for (const auto& tab : envelope.tagsForDocumentId(source->documentId)) {
             if (!isFilled(*tab)) continue;
             const int page = startPage + static_cast<int>(tab->pageNumber.value_or(1));
-            drawTab(*tab, *document, page);
+            drawTab(*tab, *document, page, images);
         }
         startPage += static_cast<int>(Value(source->pages).integerValue());
     }

@@ -45,8 +45,8 @@ AnnotatedTab annotatedTabOf(const NVMTab& tab) {
 
 std::shared_ptr<NVMPDFBaseAnnotation> createTabAnnotation(const NVMTab& tab,
                                                           const std::shared_ptr<PdfDocument>& document,
-                                                          int page,
-                                                          const std::weak_ptr<AnnotationView>& view) {
+                                                          int page, const std::weak_ptr<AnnotationView>& view,
+                                                          DecodedImages& images) {
     if (page < 1) return nullptr;
     const auto pdfPage = document->page(static_cast<std::size_t>(page));
     if (!pdfPage) return nullptr;
@@ -54,18 +54,16 @@ std::shared_ptr<NVMPDFBaseAnnotation> createTabAnnotation(const NVMTab& tab,
     if (!isImageTabType(tab.tabType))
         return NVMPTNPDFTextAnnotation::CreateWithTab(annotated, document, *pdfPage, view);
     auto annotation = NVMPTNPDFImageAnnotation::CreateWithTab(annotated, document, *pdfPage, view);
-    if (annotation) showTabContent(*annotation, tab);
+    if (annotation) showTabContent(*annotation, tab, images);
     return annotation;
 }
 
-void showTabContent(NVMPDFBaseAnnotation& annotation, const NVMTab& tab) {
+void showTabContent(NVMPDFBaseAnnotation& annotation, const NVMTab& tab, DecodedImages& images) {
     annotation.setTab(annotatedTabOf(tab));
     const auto* imageTab = dynamic_cast<const NVMImageTabProtocol*>(&tab);
     std::optional<Image> image;
-    if (imageTab && imageTab->imageData && imageTab->imageData->data) {
-        auto decoded = Image::decodePng(*imageTab->imageData->data);
-        if (decoded) image = std::move(*decoded);
-    }
+    if (imageTab && imageTab->imageData && imageTab->imageData->data)
+        image = images.imageOf(*imageTab->imageData->data);
     annotation.setContent(image);
     annotation.updateErroneous();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "src/signing/DecodedImages.h"
+
 #include <norvane/pdf/AnnotationView.h>
 #include <norvane/signing/AnnotatedTab.h>
 #include <norvane/signing/NVMPDFBaseAnnotation.h>
@@ -21,10 +23,10 @@ AnnotatedTab annotatedTabOf(const NVMTab& tab);
 /// has no such page.
 std::shared_ptr<NVMPDFBaseAnnotation> createTabAnnotation(const NVMTab& tab,
                                                           const std::shared_ptr<PdfDocument>& document,
-                                                          int page,
-                                                          const std::weak_ptr<AnnotationView>& view);
+                                                          int page, const std::weak_ptr<AnnotationView>& view,
+                                                          DecodedImages& images);
 
 /// Brings an image annotation up to date with the tab: its adopted image, whether it is checked.
-void showTabContent(NVMPDFBaseAnnotation& annotation, const NVMTab& tab);
+void showTabContent(NVMPDFBaseAnnotation& annotation, const NVMTab& tab, DecodedImages& images);
 
 } // namespace norvane

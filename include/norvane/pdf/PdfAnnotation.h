@@ -35,7 +35,8 @@ struct PdfBorderStyle {
 };
 
 /// An annotation of a page: a handle, whose copies mean the same annotation, and which keeps the document
-/// alive. A new annotation prints, and shows nothing until `refreshAppearance` or `setAppearance`.
+/// alive. A new annotation prints, and shows nothing until `refreshAppearance` or `setAppearance`. What it
+/// shows is drawn when the document is saved, as the annotation stands then.
 class PdfAnnotation {
   public:
     PdfAnnotation() = default; ///< no annotation: setters do nothing, getters give defaults
@@ -69,7 +70,7 @@ class PdfAnnotation {
     void refreshAppearance();
 
     /// Shows the image with its lower-left corner at (x, y) of the page, scaled to the size, clipped to the
-    /// annotation's rectangle. The image must be the same document's.
+    /// annotation's rectangle.
     void setAppearance(const PdfImage& image, double x, double y, double width, double height);
 
     /// The document's lock, as `PdfDocument::lock`. An empty lock without an annotation.

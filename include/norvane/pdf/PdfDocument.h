@@ -8,22 +8,23 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace norvane {
 
-/// An image that a document holds, ready to be placed any number of times.
+/// An image ready to be placed in a document any number of times.
 class PdfImage {
   public:
     PdfImage() = default; ///< no image; placing it draws nothing
-    bool isNull() const { return objectNumber_ == 0; }
-    int objectNumber() const { return objectNumber_; }
+    bool isNull() const { return image_.isNull(); }
+    const Image& image() const { return image_; }
 
   private:
     friend class PdfDocument;
-    explicit PdfImage(int objectNumber)
-        : objectNumber_(objectNumber) {}
-    int objectNumber_ = 0;
+    explicit PdfImage(Image image)
+        : image_(std::move(image)) {}
+    Image image_;
 };
 
 /// A PDF in memory: its pages, and the annotations that are added to them. Pages are numbered from 1. Safe to
@@ -63,9 +64,10 @@ class PdfDocument {
     /// file anew, which makes such signatures invalid: who must keep them keeps the original bytes.
     bool hasDigitalSignatures() const;
 
-    /// Puts the image into the document (lossless, with its transparency). The same pixels are stored once,
-    /// however often and in however many buffers they are given.
-    PdfImage imageFor(const Image& image);
+    /// The image for placing it in this document: lossless, with its transparency. It is encoded when the
+    /// document is saved, if an annotation shows it then; the same pixels are stored once, however often and
+    /// in however many buffers they are given.
+    PdfImage imageFor(const Image& image) const { return PdfImage(image); }
 
     /// The document as it is now. The same document and changes give the same bytes.
     Result<Data> save() const;

@@ -3,6 +3,7 @@
 #include <norvane/platform/Result.h>
 #include <norvane/signature/Image.h>
 #include <norvane/signing/NVMNativeSigningEnvelopeHandler.h>
+#include <norvane/signing/NVMPTNToolManager.h>
 #include <norvane/signing/NativeSigningView.h>
 
 #include <functional>
@@ -14,18 +15,22 @@
 
 namespace norvane {
 
+class DecodedImages;
 class NVMPDFBaseAnnotation;
 class NVMPTNPDFAnnotationManager;
 class PdfDocument;
 struct NVMEnvelopeDefinition;
+struct NVMRadioGroup;
 struct NVMRecipient;
 struct NVMTab;
 
 /// Walks the recipients of an envelope through signing it on the device: whose turn it is, what each tab
 /// shows, what is still missing, and at the end the finished envelope in the cache, in line for upload. State
 /// and rules only; what the person sees is the view's. Everything runs on the main queue: calls from
-/// elsewhere are a programming error.
-class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNativeSigningViewController> {
+/// elsewhere are a programming error. Once the envelope is on its way into the cache, or discarded, whatever
+/// the view or an alert that was left open still answers has no effect.
+class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNativeSigningViewController>,
+                                       public NVMPTNToolManagerDelegate {
   public:
     /// How a signing ended: the envelope's transaction id once it is cached, else why it is not. A signing
     /// that the person discarded ends with `cancelledError`.
@@ -36,16 +41,21 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     static Result<std::shared_ptr<NVMNativeSigningViewController>>
     viewControllerForEnvelope(std::shared_ptr<NVMEnvelopeDefinition> envelope,
                               std::shared_ptr<NativeSigningView> view, Completion completion);
-    ~NVMNativeSigningViewController();
+    ~NVMNativeSigningViewController() override;
 
     /// Shows the document and goes to the first signer. Once, after making.
     void viewDidLoad();
 
-    /// Buttons.
+    /// Buttons. The one to cancel is titled "Common.Action.Cancel", localised.
     void cancelTapped();
     void finishTapped();
 
-    /// Answers of the view.
+    /// Where the view reports taps on the pages; from `viewDidLoad` on.
+    const NVMPTNToolManager& toolManager() const { return *toolManager_; }
+    void pdfViewControllerDidTapOnAnnotation(const Annotation& annotation, const Point&) override;
+    void pdfViewControllerDidTapOnPageView(const Point&) override;
+
+    /// Answers of the view. A tap on an annotation may also come by the tab's identifier, without a place.
     void didTapOnAnnotation(const std::string& tabId);
     void textViewDidChange(const std::string& tabId, const std::string& text);
     void signatureCaptureDidFinishWithSignature(const Image& image);
@@ -63,7 +73,8 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     std::vector<std::shared_ptr<NVMTab>> remainingRequiredTags() const;
     /// "Signing.NextField" or "General.Finish", localised.
     std::string finishButtonTitle() const;
-    /// What the discard sheet's action does: the signing ends as cancelled, its files go.
+    /// What the discard sheet's action does: the signing ends as cancelled, its files go unless an earlier
+    /// copy of the envelope has them in the cache.
     void exitNativeSigning();
 
     static NVMError cancelledError();
@@ -81,16 +92,21 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     void recordPlaceAndTime();
     void addAnnotations();
     void addAnnotationForTag(const std::shared_ptr<NVMTab>& tab, int startPage);
+    void addAnnotationForRadioGroupTag(const std::shared_ptr<NVMTab>& tab, int startPage);
     std::string visibleTextOf(const NVMTab& tab) const;
     void finalizeSwitchToCurrentRecipient(const std::shared_ptr<NVMRecipient>& previous);
     void presentSignerPermissions();
+    void recipientsDidChange();
 
     // Filling fields.
     void handleTapOnSignAndInitialAnnotation(const std::shared_ptr<NVMTab>& tab);
     void toggleCheckbox(const std::shared_ptr<NVMTab>& tab);
+    void selectRadio(const std::shared_ptr<NVMTab>& tab);
+    void showRadioGroup(const NVMRadioGroup& group);
     void updateSignatureWithImage(const Image& image, bool isInitial);
     void stamp(const std::shared_ptr<NVMTab>& tab, const Data& image);
     void highlightTab(const std::shared_ptr<NVMTab>& tab);
+    void deselectAnnotations();
     void scrollToNextField();
     void updateFinishButton();
     void updateAnnotations();
@@ -106,7 +122,9 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     void finishEnvelope();
     void envelopeWasCached(const std::optional<NVMError>& error);
     void presentDiscardSheet();
+    void clearFiles();
     void end(Result<std::string> outcome);
+    void complete(Result<std::string> outcome);
 
     std::shared_ptr<NVMTab> tabWithId(const std::string& tabId) const;
     std::shared_ptr<NVMPDFBaseAnnotation> annotationFor(const NVMTab& tab) const;
@@ -119,11 +137,16 @@ class NVMNativeSigningViewController : public std::enable_shared_from_this<NVMNa
     std::shared_ptr<NativeSigningView> view_;
     Completion completion_;
     std::unique_ptr<NVMPTNPDFAnnotationManager> annotationsManager_;
+    std::unique_ptr<NVMPTNToolManager> toolManager_;
+    std::unique_ptr<DecodedImages> images_;
     std::map<std::string, int> startPageOfDocument_; ///< by document id, in the combined PDF, from 0
     std::shared_ptr<NVMRecipient> currentRecipient_;
     std::string nameLastFinishedSigning_;
     std::weak_ptr<NVMTab> highlightedTab_;
     std::weak_ptr<NVMTab> adoptingForTab_;
+    std::shared_ptr<void> recipientsObserver_;
+    bool isWaitingForRecipients_ = false; ///< the host changed who signs here; it will say so
+    bool isOver_ = false;                 ///< being cached, discarded, or failed
 };
 
 } // namespace norvane
