@@ -1,8 +1,5 @@
 #include "sandbox/Authentication.h"
 #include "sandbox/Operations.h"
-#include "sandbox/Template.h"
-
-#include <set>
 
 namespace norvane::sandbox {
 
@@ -48,7 +45,16 @@ Json settingsJson(const Setting (&settings)[N]) {
     return list;
 }
 
-Answer signIn(const Operations& operations, const Request& request) {
+template <std::size_t N>
+Json settingsOf(const Operations& operations, const char* list, const Setting (&initial)[N]) {
+    const Json details = operations.details.read(operations.folder / "details.json");
+    const Json* changed = details.find(list);
+    return changed ? *changed : settingsJson(initial);
+}
+
+Answer signIn(const Call& call) {
+    const Request& request = call.request;
+    const Operations& operations = call.operations;
     const Credentials& user = operations.credentials;
     if (auto refusal = signInRefusalOf(request, user)) return *refusal;
     Json account = Json::object({{"name", user.accountName}, {"accountId", user.accountId}});
@@ -58,15 +64,15 @@ Answer signIn(const Operations& operations, const Request& request) {
     account.set("userName", user.userName).set("userId", user.userId).set("email", user.email);
     account.set("siteDescription", "Sandbox");
     if (request.queryValue("login_settings") == "all")
-        account.set("loginAccountSettings", settingsJson(kAccountSettings))
-            .set("loginUserSettings", settingsJson(kUserSettings));
+        account.set("loginAccountSettings", settingsOf(operations, "accountSettings", kAccountSettings))
+            .set("loginUserSettings", settingsOf(operations, "userSettings", kUserSettings));
     Json json = Json::object({{"loginAccounts", Json::Array{std::move(account)}}});
     if (request.queryValue("api_password") == "true") json.set("apiPassword", user.apiPassword);
     return jsonAnswer(json);
 }
 
-Answer accountInformation(const Operations& operations) {
-    const Credentials& user = operations.credentials;
+Answer accountInformation(const Call& call) {
+    const Credentials& user = call.operations.credentials;
     return jsonAnswer(Json::object({{"accountIdGuid", user.accountIdGuid},
                                     {"accountName", user.accountName},
                                     {"planName", "Sandbox"},
@@ -75,59 +81,75 @@ Answer accountInformation(const Operations& operations) {
                                     {"canUpgrade", "false"}}));
 }
 
-Answer consumerDisclosure(const Operations& operations) {
+Answer consumerDisclosure(const Call& call) {
     return jsonAnswer(Json::object({{"accountEsignId", "6c2f81d4-0a95-4e37-b6d8-19f3a7c4e502"},
-                                    {"companyName", operations.credentials.accountName},
+                                    {"companyName", call.operations.credentials.accountName},
                                     {"esignAgreement", kAgreement},
                                     {"esignText", "I agree to use electronic records and signatures."}}));
 }
 
-Json folderJson(const Credentials& user, const std::string& name, const std::string& type) {
-    const std::string id = folderIdOf(name);
-    return Json::object({{"ownerUserName", user.userName},
-                         {"ownerEmail", user.email},
-                         {"ownerUserId", user.userId},
-                         {"type", type},
-                         {"name", name},
-                         {"uri", "/folders/" + id},
-                         {"folderId", id}});
+/// Shows the settings, or sets those that the body names; there are no others.
+template <std::size_t N>
+Answer settings(const Call& call, const char* list, const Setting (&initial)[N]) {
+    const Operations& operations = call.operations;
+    if (call.request.method == "GET")
+        return jsonAnswer(Json::object({{list, settingsOf(operations, list, initial)}}));
+    Json body;
+    if (auto refusal = readBody(call.request, body)) return *refusal;
+    return operations.details.change(call.detailFile(), list, settingsJson(initial), [&](Json& kept) {
+        Json holder = Json::object({{list, kept}});
+        Json::Array given = body.array(list);
+        if (auto refusal = changeList(holder, list, given, "name", "PUT")) return *refusal;
+        kept = *holder.find(list);
+        return jsonAnswer(holder);
+    });
 }
 
-/// Folders of templates, and of envelopes unless the query asks for "template=only".
-Answer folders(const Operations& operations, const Request& request) {
-    const std::string templates = request.queryValue("template");
-    Json::Array list;
-    if (templates != "only")
-        for (const char* name : {"Drafts", "Inbox", "Sent Items", "Recycle Bin"})
-            list.push_back(folderJson(operations.credentials, name, name));
-    std::set<std::string> names;
-    for (const Template& source : templateCatalogue())
-        if (names.insert(source.plan.folderName).second)
-            list.push_back(folderJson(operations.credentials, source.plan.folderName, "template"));
-    return jsonAnswer(Json::object({{"folders", std::move(list)}}));
+Answer accountSettings(const Call& call) { return settings(call, "accountSettings", kAccountSettings); }
+Answer userSettings(const Call& call) { return settings(call, "userSettings", kUserSettings); }
+
+Answer accountCustomFields(const Call&) {
+    return jsonAnswer(
+        Json::object({{"textCustomFields", Json::Array()}, {"listCustomFields", Json::Array()}}));
 }
+
+Answer sharedAccess(const Call& call) {
+    return pageAnswer(call.request, "sharedAccess", {}, "/shared_access");
+}
+
+Answer unsupportedFileTypes(const Call&) {
+    Json::Array types;
+    for (const char* extension : {"exe", "bat", "dll", "zip"})
+        types.push_back(
+            Json::object({{"fileExtension", extension}, {"mimeType", "application/octet-stream"}}));
+    return jsonAnswer(Json::object({{"fileTypes", std::move(types)}}));
+}
+
+Answer users(const Call& call) {
+    return pageAnswer(call.request, "users", {ownerJson(call.operations.credentials)}, "/users");
+}
+
+Answer user(const Call& call) { return jsonAnswer(ownerJson(call.operations.credentials)); }
+
+constexpr Route kAccountRoutes[] = {
+    {"GET", "/v2/login_information", signIn},
+    {"GET", "", accountInformation},
+    {"GET", "/settings", accountSettings},
+    {"PUT", "/settings", accountSettings},
+    {"GET", "/consumer_disclosure", consumerDisclosure},
+    {"GET", "/custom_fields", accountCustomFields},
+    {"GET", "/shared_access", sharedAccess},
+    {"GET", "/unsupported_file_types", unsupportedFileTypes},
+    {"GET", "/users", users},
+    {"GET", "/users/{userId}", user},
+    {"GET", "/users/{userId}/settings", userSettings},
+    {"PUT", "/users/{userId}/settings", userSettings},
+};
 
 } // namespace
 
 void addAccountOperations(Router& router, const Operations& operations) {
-    const std::string account = "/v2/accounts/{accountId}";
-    router.add("GET", "/v2/login_information",
-               [&](const Request& request, const PathParameters&) { return signIn(operations, request); });
-    router.add("GET", account,
-               [&](const Request&, const PathParameters&) { return accountInformation(operations); });
-    router.add("GET", account + "/settings", [](const Request&, const PathParameters&) {
-        return jsonAnswer(Json::object({{"accountSettings", settingsJson(kAccountSettings)}}));
-    });
-    router.add("GET", account + "/users/{userId}/settings",
-               [&](const Request&, const PathParameters& parameters) {
-                   if (parameters.find("userId")->second != operations.credentials.userId)
-                       return errorAnswer(404, "USER_NOT_FOUND", "The user does not belong to the account.");
-                   return jsonAnswer(Json::object({{"userSettings", settingsJson(kUserSettings)}}));
-               });
-    router.add("GET", account + "/consumer_disclosure",
-               [&](const Request&, const PathParameters&) { return consumerDisclosure(operations); });
-    router.add("GET", account + "/folders",
-               [&](const Request& request, const PathParameters&) { return folders(operations, request); });
+    addRoutes(router, operations, kAccountRoutes);
 }
 
 } // namespace norvane::sandbox

@@ -1,137 +1,11 @@
-#include "sandbox/DocumentCheck.h"
-#include "sandbox/EnvelopeCheck.h"
 #include "sandbox/Operations.h"
-#include "sandbox/PrivateFile.h"
-#include "sandbox/Template.h"
 #include "sandbox/Text.h"
-#include "sandbox/Upload.h"
 
 #include <algorithm>
-#include <deque>
 
 namespace norvane::sandbox {
 
 namespace {
-
-Answer summaryAnswer(const ReceivedEnvelope& envelope) {
-    return jsonAnswer(Json::object({{"envelopeId", envelope.envelopeId},
-                                    {"uri", "/envelopes/" + envelope.envelopeId},
-                                    {"statusDateTime", envelope.statusDateTime},
-                                    {"status", envelope.status}}),
-                      201);
-}
-
-Answer refused(const std::string& why) { return errorAnswer(400, "INVALID_REQUEST_BODY", why); }
-
-Answer createFromUpload(const Operations& operations, const Request& request) {
-    Upload upload = readUpload(request);
-    if (!upload.ok()) return errorAnswer(400, "INVALID_MULTI_PART_REQUEST", upload.error);
-    if (const auto problem = checkOfflineEnvelope(upload); !problem.empty()) return refused(problem);
-    NewEnvelope envelope;
-    envelope.request = &request;
-    envelope.json = upload.parts.front().body;
-    envelope.definition = upload.envelope;
-    envelope.recipients = *upload.envelope.find("recipients");
-    envelope.multipart = true;
-    envelope.warnings = warningsOf(upload);
-    envelope.parts = std::move(upload.parts);
-    return summaryAnswer(operations.envelopes.add(envelope));
-}
-
-void fillRole(Json& recipient, const Json& role, bool inPerson) {
-    const auto put = [&](const char* key, const char* from) {
-        if (!role.text(from).empty()) recipient.set(key, role.text(from));
-    };
-    put(inPerson ? "hostName" : "name", "name");
-    put(inPerson ? "hostEmail" : "email", "email");
-    if (inPerson) put("signerName", "inPersonSignerName");
-    put("clientUserId", "clientUserId");
-    put("routingOrder", "routingOrder");
-}
-
-/// The template's recipients with the names that the roles give them; an unknown role is an error.
-std::string applyRoles(const Json& roles, Json& recipients) {
-    for (const Json& role : roles.items()) {
-        bool known = false;
-        for (const char* list : {"signers", "inPersonSigners"})
-            for (Json& recipient : *recipients.find(list)->mutableItems()) {
-                if (recipient.text("roleName") != role.text("roleName")) continue;
-                fillRole(recipient, role, std::string_view(list) == "inPersonSigners");
-                known = true;
-            }
-        if (!known) return "the template has no role " + role.text("roleName");
-    }
-    return {};
-}
-
-/// Documents out of a plain envelope: the bytes stay in `kept`.
-std::string takeDocuments(const Json& definition, std::deque<std::string>& kept,
-                          std::vector<UploadPart>& parts) {
-    for (const Json& document : definition.array("documents")) {
-        const std::string& id = document.text("documentId");
-        auto bytes = base64Decoded(document.text("documentBase64"));
-        if (!bytes || bytes->empty()) return "document " + id + " has no documentBase64";
-        kept.push_back(std::move(*bytes));
-        if (const auto found = checkPdf(kept.back()); !found.ok())
-            return "document " + id + ": " + found.error;
-        UploadPart& part = parts.emplace_back();
-        part.kind = UploadPart::Kind::Document;
-        part.documentId = id;
-        part.fileName = document.text("name");
-        part.body = kept.back();
-    }
-    return {};
-}
-
-std::string useTemplate(const Template& source, const Json& definition, NewEnvelope& envelope) {
-    envelope.recipients = source.recipients;
-    for (const TemplateDocument& document : source.documents) {
-        UploadPart& part = envelope.parts.emplace_back();
-        part.kind = UploadPart::Kind::Document;
-        part.documentId = document.documentId;
-        part.fileName = document.name;
-        part.body = document.pdf;
-    }
-    const Json* roles = definition.find("templateRoles");
-    return roles ? applyRoles(*roles, envelope.recipients) : std::string();
-}
-
-Answer createFromJson(const Operations& operations, const Request& request) {
-    const JsonResult parsed = parseJson(request.body);
-    if (!parsed.ok() || !parsed.value.isObject())
-        return refused("the body is not a JSON object: " + parsed.error);
-    const Json& definition = parsed.value;
-    if (const auto problem = checkScalars(definition); !problem.empty()) return refused(problem);
-    const std::string& status = definition.text("status");
-    if (status != "created" && status != "sent") return refused("status is neither created nor sent");
-    NewEnvelope envelope;
-    envelope.request = &request;
-    envelope.json = request.body;
-    envelope.definition = definition;
-    std::deque<std::string> bytes;
-    std::string problem;
-    if (const std::string& id = definition.text("templateId"); !id.empty()) {
-        const Template* source = findTemplate(id);
-        if (!source)
-            return errorAnswer(400, "TEMPLATE_ID_INVALID", "The account has no template of this id.");
-        problem = useTemplate(*source, definition, envelope);
-    } else {
-        problem = takeDocuments(definition, bytes, envelope.parts);
-        if (const Json* recipients = definition.find("recipients")) envelope.recipients = *recipients;
-        if (envelope.parts.empty() && problem.empty())
-            problem = "the envelope has neither a template nor a document";
-    }
-    if (!problem.empty()) return refused(problem);
-    return summaryAnswer(operations.envelopes.add(envelope));
-}
-
-Answer createEnvelope(const Operations& operations, const Request& request) {
-    const std::string* type = request.header("Content-Type");
-    const std::string media = type ? lowered(trimmed(type->substr(0, type->find(';')))) : "";
-    if (media == "multipart/form-data") return createFromUpload(operations, request);
-    if (media == "application/json") return createFromJson(operations, request);
-    return errorAnswer(415, "UNSUPPORTED_MEDIA_TYPE", "Envelopes come as JSON or as multipart/form-data.");
-}
 
 Json envelopeJson(const ReceivedEnvelope& envelope) {
     const std::string uri = "/envelopes/" + envelope.envelopeId;
@@ -143,71 +17,118 @@ Json envelopeJson(const ReceivedEnvelope& envelope) {
                          {"createdDateTime", envelope.statusDateTime},
                          {"envelopeUri", uri},
                          {"documentsUri", uri + "/documents"},
-                         {"recipientsUri", uri + "/recipients"}});
+                         {"recipientsUri", uri + "/recipients"},
+                         {"customFieldsUri", uri + "/custom_fields"},
+                         {"notificationUri", uri + "/notification"}});
 }
 
-/// All envelopes, or those of the transactions that the query names.
-Answer listEnvelopes(const Operations& operations, const Request& request) {
-    const Paging paging = pagingOf(request);
-    if (!paging.error.empty()) return errorAnswer(400, "INVALID_REQUEST_PARAMETER", paging.error);
-    const std::string asked = request.queryValue("transaction_ids");
-    const auto wanted = split(asked, ',');
-    Json::Array shown;
-    Json::Array statuses;
-    std::size_t total = 0;
-    for (const ReceivedEnvelope& envelope : operations.envelopes.all()) {
-        const bool named = std::any_of(wanted.begin(), wanted.end(), [&](const std::string& id) {
-            return !id.empty() && equalsIgnoringCase(id, envelope.transactionId);
+/// Whether the comma-separated list is absent or names the value, ignoring case.
+bool isNamed(const std::string& list, const std::string& value) {
+    const auto wanted = split(list, ',');
+    return list.empty() || std::any_of(wanted.begin(), wanted.end(), [&](const std::string& name) {
+               return !name.empty() && equalsIgnoringCase(name, value);
+           });
+}
+
+/// What a listing is narrowed to.
+struct Filter {
+    std::string transactionIds, envelopeIds, statuses, from, to;
+
+    bool takes(const ReceivedEnvelope& envelope) const {
+        const std::string& changed = envelope.statusDateTime; // texts of one form: they compare as dates do
+        return isNamed(transactionIds, envelope.transactionId) && isNamed(envelopeIds, envelope.envelopeId) &&
+               (isNamed(statuses, envelope.status) || isNamed(statuses, "any")) &&
+               (from.empty() || changed >= from) && (to.empty() || changed <= to);
+    }
+};
+
+Answer list(const Call& call, const Filter& filter) {
+    Json::Array shown, statuses;
+    for (const ReceivedEnvelope& envelope : call.operations.envelopes.all()) {
+        if (!filter.takes(envelope)) continue;
+        shown.push_back(envelopeJson(envelope));
+        statuses.push_back(Json::object({{"transactionId", envelope.transactionId},
+                                         {"envelopeId", envelope.envelopeId},
+                                         {"status", envelope.status}}));
+    }
+    Answer answer = pageAnswer(call.request, "envelopes", shown, "/envelopes");
+    if (filter.transactionIds.empty() || answer.status != 200) return answer;
+    return jsonAnswer(parseJson(answer.body).value.set("envelopeTransactionStatuses", std::move(statuses)));
+}
+
+/// The envelopes whose status changed, by the options of the query.
+Answer listEnvelopes(const Call& call) {
+    const auto option = [&](const char* name) { return call.request.queryValue(name); };
+    const std::string status = option("status");
+    return list(call,
+                {option("transaction_ids"), option("envelope_ids"),
+                 status.empty() ? option("from_to_status") : status, option("from_date"), option("to_date")});
+}
+
+/// The same for the ids in the body: {"envelopeIds": [...], "transactionIds": [...]}.
+Answer listStatus(const Call& call) {
+    Json body;
+    if (auto refusal = readBody(call.request, body)) return *refusal;
+    const auto joined = [&](const char* ids) {
+        std::string text;
+        for (const Json& id : body.array(ids))
+            text.append(text.empty() ? "" : ",").append(id.asText());
+        return text;
+    };
+    Filter filter{joined("transactionIds"), joined("envelopeIds"), {}, {}, {}};
+    if (filter.transactionIds.empty() && filter.envelopeIds.empty())
+        return malformed("envelopeIds and transactionIds are missing.");
+    return list(call, filter);
+}
+
+Answer envelope(const Call& call) {
+    return jsonAnswer(call.operations.details.read(call.detailFile(), envelopeJson(*call.envelope)));
+}
+
+/// Sends a draft, or voids what was sent: {"status": "voided", "voidedReason": "..."}.
+Answer updateEnvelope(const Call& call) {
+    Json body;
+    if (auto refusal = readBody(call.request, body)) return *refusal;
+    const std::string& from = call.envelope->status;
+    const std::string& to = body.text("status");
+    if (!(from == "created" && to == "sent") && !(from == "sent" && to == "voided"))
+        return malformed("An envelope that is " + from + " does not become \"" + to + "\".");
+    if (to == "voided") {
+        if (body.text("voidedReason").empty()) return malformed("voidedReason is missing.");
+        call.operations.details.change(call.detailFile(), "voidedReason", {}, [&](Json& kept) {
+            kept = body.text("voidedReason");
+            return Answer();
         });
-        if (!asked.empty() && !named) continue;
-        const std::size_t position = total++;
-        if (position >= paging.start && position - paging.start < paging.count)
-            shown.push_back(envelopeJson(envelope));
-        if (named)
-            statuses.push_back(Json::object({{"transactionId", envelope.transactionId},
-                                             {"envelopeId", envelope.envelopeId},
-                                             {"status", envelope.status}}));
     }
-    Json json = Json::object({{"envelopes", std::move(shown)}});
-    if (!asked.empty()) json.set("envelopeTransactionStatuses", std::move(statuses));
-    addPaging(json, paging, total, "/envelopes");
-    return jsonAnswer(json);
+    call.operations.envelopes.setStatus(call.envelope->envelopeId, to);
+    return jsonAnswer(Json::object({{"envelopeId", call.envelope->envelopeId}}));
 }
 
-Answer envelopeDocument(const Operations& operations, const PathParameters& parameters) {
-    const auto envelope = operations.envelopes.find(parameters.find("envelopeId")->second);
-    if (!envelope)
-        return errorAnswer(404, "ENVELOPE_DOES_NOT_EXIST", "The account has no envelope of this id.");
-    for (const ReceivedFile& document : envelope->documents) {
-        if (document.id != parameters.find("documentId")->second) continue;
-        Answer answer;
-        answer.contentType = "application/pdf";
-        answer.body = readFile(document.path).value_or("");
-        return answer;
-    }
-    return errorAnswer(404, "DOCUMENT_DOES_NOT_EXIST", "The envelope has no document of this id.");
+Answer auditEvents(const Call& call) {
+    const auto field = [](const char* name, const std::string& value) {
+        return Json::object({{"name", name}, {"value", value}});
+    };
+    Json event;
+    event.set("eventFields",
+              Json::Array{field("logTime", call.envelope->statusDateTime),
+                          field("UserName", call.operations.credentials.userName),
+                          field("Action", "Registered"), field("EnvelopeStatus", call.envelope->status)});
+    return jsonAnswer(Json::object({{"auditEvents", Json::Array{std::move(event)}}}));
 }
+
+constexpr Route kEnvelopeRoutes[] = {
+    {"POST", "/envelopes", createEnvelope},
+    {"GET", "/envelopes", listEnvelopes},
+    {"PUT", "/envelopes/status", listStatus},
+    {"GET", "/envelopes/{envelopeId}", envelope},
+    {"PUT", "/envelopes/{envelopeId}", updateEnvelope},
+    {"GET", "/envelopes/{envelopeId}/audit_events", auditEvents},
+};
 
 } // namespace
 
 void addEnvelopeOperations(Router& router, const Operations& operations) {
-    const std::string envelopes = "/v2/accounts/{accountId}/envelopes";
-    router.add("POST", envelopes, [&](const Request& request, const PathParameters&) {
-        return createEnvelope(operations, request);
-    });
-    router.add("GET", envelopes, [&](const Request& request, const PathParameters&) {
-        return listEnvelopes(operations, request);
-    });
-    router.add("GET", envelopes + "/{envelopeId}", [&](const Request&, const PathParameters& parameters) {
-        const auto envelope = operations.envelopes.find(parameters.find("envelopeId")->second);
-        if (!envelope)
-            return errorAnswer(404, "ENVELOPE_DOES_NOT_EXIST", "The account has no envelope of this id.");
-        return jsonAnswer(envelopeJson(*envelope));
-    });
-    router.add("GET", envelopes + "/{envelopeId}/documents/{documentId}",
-               [&](const Request&, const PathParameters& parameters) {
-                   return envelopeDocument(operations, parameters);
-               });
+    addRoutes(router, operations, kEnvelopeRoutes);
 }
 
 } // namespace norvane::sandbox

@@ -184,6 +184,17 @@ std::optional<ReceivedEnvelope> EnvelopeStore::find(const std::string& envelopeI
     return index ? std::optional(entries_[*index].envelope) : std::nullopt;
 }
 
+void EnvelopeStore::setStatus(const std::string& envelopeId, const std::string& status) {
+    const std::lock_guard lock(mutex_);
+    Entry& known = entries_[indexOf(envelopeId).value()];
+    ReceivedEnvelope changed = known.envelope;
+    changed.status = status;
+    changed.statusDateTime = nowText();
+    writePrivateFile(changed.folder / "summary.json",
+                     summaryJson(changed, known.sequence).write(true) + "\n");
+    known.envelope = std::move(changed);
+}
+
 Json EnvelopeStore::recipients(const std::string& envelopeId) const {
     const std::lock_guard lock(mutex_);
     return entries_[indexOf(envelopeId).value()].recipients;

@@ -30,6 +30,7 @@ struct NewEnvelope {
 ///   envelope.json         the definition as received
 ///   recipients.json       the recipients as they stand now
 ///   images/*.png          images set for recipients
+///   details.json          what was set later: custom fields, notification, lock, fields of documents, folder
 ///   summary.json          what is where, with sizes and SHA-256
 /// A folder appears whole or not at all. Any thread may call.
 class EnvelopeStore {
@@ -46,6 +47,7 @@ class EnvelopeStore {
     std::optional<ReceivedEnvelope> find(const std::string& envelopeId) const;
 
     // The envelope must be known in all of these.
+    void setStatus(const std::string& envelopeId, const std::string& status);
     Json recipients(const std::string& envelopeId) const;
     /// Changes the recipients under the store's lock; an answer of 400 and up leaves them as they were.
     Answer changeRecipients(const std::string& envelopeId,

@@ -1,5 +1,7 @@
 #include "sandbox/Operations.h"
 
+#include "sandbox/EnvelopeCheck.h"
+#include "sandbox/Template.h"
 #include "sandbox/Text.h"
 
 #include <algorithm>
@@ -9,7 +11,64 @@ namespace norvane::sandbox {
 namespace {
 constexpr std::size_t kMostEntries = 1'000;
 constexpr std::size_t kUsualEntries = 100;
+
+/// Finds the envelope, the template and the user that the path names.
+std::optional<Answer> resolve(Call& call) {
+    const auto named = [&](const char* parameter) {
+        const auto found = call.parameters.find(parameter);
+        return found == call.parameters.end() ? nullptr : &found->second;
+    };
+    if (const std::string* id = named("userId"); id && *id != call.operations.credentials.userId)
+        return errorAnswer(404, "USER_NOT_FOUND", "The user does not belong to the account.");
+    if (const std::string* id = named("templateId")) {
+        if (!isUuid(*id))
+            return errorAnswer(400, "INVALID_REQUEST_PARAMETER", "The template id is not a UUID.");
+        call.source = findTemplate(*id);
+        if (!call.source)
+            return errorAnswer(404, "TEMPLATE_NOT_FOUND", "The account has no template of this id.");
+    }
+    if (const std::string* id = named("envelopeId")) {
+        call.envelope = call.operations.envelopes.find(*id);
+        if (!call.envelope)
+            return errorAnswer(404, "ENVELOPE_DOES_NOT_EXIST", "The account has no envelope of this id.");
+        const std::string& status = call.envelope->status;
+        if (call.request.method != "GET" && (status == "completed" || status == "voided"))
+            return errorAnswer(403, "ENVELOPE_IS_CLOSED",
+                               "The envelope is " + status + " and stays as it is.");
+    }
+    return std::nullopt;
+}
+
+const Json* entryOf(const Json& holder, const std::string& list, const std::string& key,
+                    const std::string& value) {
+    for (const Json& entry : holder.array(list))
+        if (entry.text(key) == value) return &entry;
+    return nullptr;
+}
 } // namespace
+
+const std::string& Call::operator[](std::string_view parameter) const {
+    return parameters.find(parameter)->second;
+}
+
+std::filesystem::path Call::detailFile() const {
+    if (envelope) return envelope->folder / "details.json";
+    if (source) return operations.folder / "templates" / (source->plan.templateId + ".json");
+    return operations.folder / "details.json";
+}
+
+void addRoutes(Router& router, const Operations& operations, std::span<const Route> routes) {
+    for (const Route& route : routes) {
+        const std::string path = route.path;
+        router.add(
+            route.method, path.starts_with("/v2") ? path : "/v2/accounts/{accountId}" + path,
+            [&operations, handler = route.handler](const Request& request, const PathParameters& parameters) {
+                Call call{operations, request, parameters};
+                if (auto refusal = resolve(call)) return *refusal;
+                return handler(call);
+            });
+    }
+}
 
 Json ownerJson(const Credentials& credentials) {
     return Json::object({{"userName", credentials.userName},
@@ -25,6 +84,58 @@ Answer jsonAnswer(const Json& json, int status) {
     answer.status = status;
     answer.body = json.write();
     return answer;
+}
+
+Answer malformed(const std::string& why) { return errorAnswer(400, "INVALID_REQUEST_BODY", why); }
+
+Answer unknownRecipient() {
+    return errorAnswer(404, "RECIPIENT_NOT_IN_ENVELOPE", "There is no recipient of this id.");
+}
+
+Json* findRecipient(Json& recipients, std::string_view recipientId) {
+    for (const auto& [list, entries] : recipients.members()) {
+        Json::Array* items = recipients.find(list)->mutableItems();
+        if (!items) continue;
+        for (Json& recipient : *items)
+            if (recipient.text("recipientId") == recipientId) return &recipient;
+    }
+    return nullptr;
+}
+
+std::optional<Answer> readBody(const Request& request, Json& body) {
+    JsonResult parsed = parseJson(request.body);
+    if (!parsed.ok() || !parsed.value.isObject())
+        return malformed("The body is not a JSON object. " + parsed.error);
+    body = std::move(parsed.value);
+    if (const auto problem = checkScalars(body); !problem.empty()) return malformed(problem);
+    return std::nullopt;
+}
+
+std::optional<Answer> changeList(Json& holder, const std::string& list, Json::Array& given,
+                                 const std::string& key, const std::string& method) {
+    if (!holder.find(list)) holder.set(list, Json::Array());
+    Json::Array* kept = holder.find(list)->mutableItems();
+    for (Json& entry : given) {
+        if (!entry.isObject() || !kept) return malformed(list + " is not a list of objects.");
+        const bool adds = method == "POST";
+        if (adds && entry.text(key).empty() && key != "name") entry.set(key, newUuid());
+        const std::string value = entry.text(key);
+        if (value.empty()) return malformed(key + " is missing in " + list + ".");
+        const bool isThere = entryOf(holder, list, key, value);
+        if (adds && isThere) return malformed(key + " is taken: " + value);
+        if (!adds && !isThere)
+            return errorAnswer(404, "RESOURCE_NOT_FOUND", "There is no " + key + " " + value);
+        if (adds) kept->push_back(entry);
+        if (method == "DELETE") std::erase_if(*kept, [&](const Json& old) { return old.text(key) == value; });
+        if (method != "PUT") continue;
+        for (Json& old : *kept) {
+            if (old.text(key) != value) continue;
+            for (const auto& [name, member] : entry.members())
+                old.set(name, member);
+            entry = old;
+        }
+    }
+    return std::nullopt;
 }
 
 Paging pagingOf(const Request& request) {
@@ -50,6 +161,18 @@ void addPaging(Json& json, const Paging& paging, std::size_t total, const std::s
     json.set("nextUri", end < total ? page(end) : "");
     json.set("previousUri",
              paging.start > 0 ? page(paging.start - std::min(paging.start, paging.count)) : "");
+}
+
+Answer pageAnswer(const Request& request, const std::string& list, const Json::Array& all,
+                  const std::string& uri) {
+    const Paging paging = pagingOf(request);
+    if (!paging.error.empty()) return errorAnswer(400, "INVALID_REQUEST_PARAMETER", paging.error);
+    Json::Array shown;
+    for (std::size_t at = paging.start; at < all.size() && at - paging.start < paging.count; ++at)
+        shown.push_back(all[at]);
+    Json json = Json::object({{list, std::move(shown)}});
+    addPaging(json, paging, all.size(), uri);
+    return jsonAnswer(json);
 }
 
 } // namespace norvane::sandbox

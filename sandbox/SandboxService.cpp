@@ -30,15 +30,20 @@ class SandboxService::Running : public HttpHandler {
     explicit Running(const Options& options)
         : files_(prepareAuthority(options.dataFolder / "tls", options.host, std::chrono::system_clock::now()))
         , envelopes_(options.dataFolder / "envelopes")
-        , operations_{
-              prepareCredentials(options.dataFolder / "account.json"), envelopes_, faults_, log_, {}} {
+        , operations_{prepareCredentials(options.dataFolder / "account.json"),
+                      envelopes_,
+                      faults_,
+                      log_,
+                      details_,
+                      options.dataFolder,
+                      {}} {
         for (const Fault& fault : options.faults)
             faults_.add(fault);
-        addAccountOperations(router_, operations_);
-        addTemplateOperations(router_, operations_);
-        addEnvelopeOperations(router_, operations_);
-        addRecipientOperations(router_, operations_);
-        addAdministration(router_, operations_);
+        for (auto* addFamily :
+             {addAccountOperations, addFolderOperations, addTemplateOperations, addEnvelopeOperations,
+              addDocumentOperations, addDetailOperations, addTabOperations, addRecipientOperations,
+              addDiagnosticsOperations, addAdministration})
+            addFamily(router_, operations_);
         HttpServer::Options server{options.host, options.port, files_.chain, files_.key,
                                    options.maximumBodyBytes};
         server_ = std::make_unique<HttpServer>(server, *this);
@@ -72,6 +77,7 @@ class SandboxService::Running : public HttpHandler {
     EnvelopeStore envelopes_;
     FaultPlan faults_;
     RequestLog log_;
+    DetailStore details_;
     Operations operations_;
     std::uint16_t port_ = 0;
 
@@ -98,13 +104,16 @@ Answer SandboxService::Running::answer(const Request& request) const {
     return answer;
 }
 
-/// Operations on an account need the user's proof and the user's account; signing in proves by itself.
+/// All but the service's versions need the user's proof, and those on an account the user's account; signing
+/// in proves by itself.
 std::optional<Answer> SandboxService::Running::refusal(const Request& request,
                                                        const PathParameters& parameters) const {
     const auto account = parameters.find("accountId");
-    if (account == parameters.end()) return std::nullopt;
+    const bool hasAccount = account != parameters.end();
+    if (!hasAccount && !request.path.starts_with("/v2/diagnostics/")) return std::nullopt;
     const Credentials& user = operations_.credentials;
     if (auto refused = refusalOf(request, user)) return refused;
+    if (!hasAccount) return std::nullopt;
     if (account->second == user.accountId || equalsIgnoringCase(account->second, user.accountIdGuid))
         return std::nullopt;
     return errorAnswer(404, "ACCOUNT_NOT_FOUND", "The user has no account of this id.");

@@ -21,7 +21,8 @@ bool isWanted(const Template& source, const Request& request) {
            std::find(wanted.begin(), wanted.end(), folderIdOf(source.plan.folderName)) != wanted.end();
 }
 
-Answer listTemplates(const Operations& operations, const Request& request) {
+Answer listTemplates(const Call& call) {
+    const Request& request = call.request;
     const Paging paging = pagingOf(request);
     if (!paging.error.empty()) return errorAnswer(400, "INVALID_REQUEST_PARAMETER", paging.error);
     const auto include = split(request.queryValue("include"), ',');
@@ -34,7 +35,7 @@ Answer listTemplates(const Operations& operations, const Request& request) {
         if (!isWanted(source, request)) continue;
         const std::size_t position = total++;
         if (position < paging.start || position - paging.start >= paging.count) continue;
-        Json entry = templateResultJson(source, ownerJson(operations.credentials));
+        Json entry = templateResultJson(source, ownerJson(call.operations.credentials));
         if (includes("documents")) entry.set("documents", documentsJson(source));
         if (includes("recipients")) entry.set("recipients", source.recipients);
         shown.push_back(std::move(entry));
@@ -44,55 +45,33 @@ Answer listTemplates(const Operations& operations, const Request& request) {
     return jsonAnswer(json);
 }
 
-Answer pdfAnswer(const std::string& name, const std::string& bytes) {
-    Answer answer;
-    answer.contentType = "application/pdf";
-    answer.body = bytes;
-    answer.headers = {{"Content-Disposition", "attachment; filename=\"" + name + "\""}};
-    return answer;
+/// The template, with what was changed of it since.
+Answer oneTemplate(const Call& call) {
+    return jsonAnswer(call.operations.details.read(
+        call.detailFile(), templateJson(*call.source, ownerJson(call.operations.credentials))));
 }
 
-Answer templateDocument(const Template& source, const std::string& documentId) {
-    if (documentId == "combined") return pdfAnswer(source.plan.name + ".pdf", source.combinedPdf);
-    for (const TemplateDocument& document : source.documents)
-        if (document.documentId == documentId) return pdfAnswer(document.name, document.pdf);
-    return errorAnswer(404, "DOCUMENT_DOES_NOT_EXIST", "The template has no document of this id.");
+Answer templateRecipients(const Call& call) { return jsonAnswer(call.source->recipients); }
+
+Answer templateTabs(const Call& call) {
+    Json recipients = call.source->recipients;
+    const Json* recipient = findRecipient(recipients, call["recipientId"]);
+    if (!recipient) return unknownRecipient();
+    const Json* tabs = recipient->find("tabs");
+    return jsonAnswer(tabs ? *tabs : Json(Json::Object()));
 }
 
-/// The operation on the template that the path names.
-Router::Operation onTemplate(std::function<Answer(const Template&, const PathParameters&)> operation) {
-    return [operation = std::move(operation)](const Request&, const PathParameters& parameters) {
-        const std::string& id = parameters.find("templateId")->second;
-        if (!isUuid(id))
-            return errorAnswer(400, "INVALID_REQUEST_PARAMETER", "The template id is not a UUID.");
-        const Template* source = findTemplate(id);
-        if (!source) return errorAnswer(404, "TEMPLATE_NOT_FOUND", "The account has no template of this id.");
-        return operation(*source, parameters);
-    };
-}
+constexpr Route kTemplateRoutes[] = {
+    {"GET", "/templates", listTemplates},
+    {"GET", "/templates/{templateId}", oneTemplate},
+    {"GET", "/templates/{templateId}/recipients", templateRecipients},
+    {"GET", "/templates/{templateId}/recipients/{recipientId}/tabs", templateTabs},
+};
 
 } // namespace
 
 void addTemplateOperations(Router& router, const Operations& operations) {
-    const std::string templates = "/v2/accounts/{accountId}/templates";
-    const std::string one = templates + "/{templateId}";
-    router.add("GET", templates, [&](const Request& request, const PathParameters&) {
-        return listTemplates(operations, request);
-    });
-    router.add("GET", one, onTemplate([&](const Template& source, const PathParameters&) {
-                   return jsonAnswer(templateJson(source, ownerJson(operations.credentials)));
-               }));
-    router.add("GET", one + "/recipients", onTemplate([](const Template& source, const PathParameters&) {
-                   return jsonAnswer(source.recipients);
-               }));
-    router.add("GET", one + "/documents", onTemplate([](const Template& source, const PathParameters&) {
-                   return jsonAnswer(Json::object({{"templateId", source.plan.templateId},
-                                                   {"templateDocuments", documentsJson(source)}}));
-               }));
-    router.add("GET", one + "/documents/{documentId}",
-               onTemplate([](const Template& source, const PathParameters& parameters) {
-                   return templateDocument(source, parameters.find("documentId")->second);
-               }));
+    addRoutes(router, operations, kTemplateRoutes);
 }
 
 } // namespace norvane::sandbox

@@ -159,8 +159,10 @@ std::string randomHex(std::size_t bytes) {
     return hexText(raw);
 }
 
-std::string nowText() {
-    const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+std::string nowText() { return timeText(std::chrono::system_clock::now()); }
+
+std::string timeText(std::chrono::system_clock::time_point moment) {
+    const auto now = std::chrono::floor<std::chrono::milliseconds>(moment);
     const auto seconds = std::chrono::floor<std::chrono::seconds>(now);
     const std::time_t time = std::chrono::system_clock::to_time_t(seconds);
     std::tm parts{};

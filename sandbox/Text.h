@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,5 +39,6 @@ std::string sha256Hex(std::string_view bytes);
 std::string randomHex(std::size_t bytes);
 /// The present moment as in 2025-03-04T05:06:07.000Z.
 std::string nowText();
+std::string timeText(std::chrono::system_clock::time_point moment); ///< in the same form
 
 } // namespace norvane::sandbox

@@ -71,8 +71,11 @@ void login(Context& context, const LoginArguments& arguments) {
                                          arguments.email, *host, arguments.integratorKey, mode, completion);
     }
     const LoginOutcome outcome = answer.wait();
-    const bool signedIn = !outcome.error || outcome.error->domain == NVM_USER_ADDITIONAL_DATA_FETCH_ERROR;
-    if (!signedIn || !outcome.info) {
+    // What could not be fetched beyond the account is no reason to refuse it.
+    const bool isOnlyIncomplete = outcome.error &&
+                                  outcome.error->domain == NVM_USER_ADDITIONAL_DATA_FETCH_ERROR &&
+                                  NVMManager::NVM_isSetupAndLoginSuccessful();
+    if ((outcome.error && !isOnlyIncomplete) || !outcome.info) {
         context.failed(outcome.error ? *outcome.error : NVM_errorFetchAccountInformation());
         return;
     }

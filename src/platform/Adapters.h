@@ -49,7 +49,7 @@ std::shared_ptr<CredentialStore>
 makeSecretServiceCredentialStore(std::chrono::milliseconds patience = std::chrono::seconds(60));
 /// Whether the session bus offers a Secret Service that has a default collection.
 bool isSecretServiceAvailable();
-/// The store of that kind; `Automatic` chooses once and keeps the choice beside the defaults.
+/// The store of that kind. A home's first store is written down beside the defaults: `Automatic` keeps to it.
 Result<std::shared_ptr<CredentialStore>> makeCredentialStore(CredentialStoreKind kind,
                                                              const ApplicationFolders& folders);
 

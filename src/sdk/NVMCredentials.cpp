@@ -1,5 +1,7 @@
+#include "src/platform/FileLock.h"
 #include "src/sdk/SettingsArchive.h"
 
+#include <norvane/platform/Files.h>
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/Configuration.h>
 #include <norvane/sdk/Errors.h>
@@ -16,11 +18,22 @@ using Text = std::optional<std::string>;
 constexpr std::string_view kUserIdKey = "NVMUserId";
 constexpr std::string_view kRedacted = "-redacted-";
 
-/// Guards the stored credentials as a whole: the items and the user id belong together.
-std::mutex& storedCredentials() {
-    static std::mutex mutex;
-    return mutex;
-}
+/// Guards the stored credentials as a whole, against other processes on the same home too: the items and the
+/// user id belong together. A home in which no lock can be made cannot be written to by anybody else either.
+class StoredCredentialsLock {
+  public:
+    StoredCredentialsLock()
+        : here_(mutex())
+        , everywhere_(FileLock::acquire(Platform::current().files->supportFolder() / "account.lock")) {}
+
+  private:
+    static std::mutex& mutex() {
+        static std::mutex made;
+        return made;
+    }
+    const std::lock_guard<std::mutex> here_;
+    const Result<FileLock> everywhere_;
+};
 
 Text fetchText(const CredentialQuery& query, std::string_view key) {
     const auto item = Platform::current().credentials->fetch(query.service, query.account);
@@ -80,9 +93,11 @@ std::size_t utf16Length(std::string_view text) {
     return length;
 }
 
-void clearStoredItems() {
+/// The first error; the other items are deleted all the same.
+Failure clearStoredItems() {
     const Text user = NVMCredentials::userId();
-    if (!user) return;
+    if (!user) return std::nullopt;
+    Failure first;
     for (const auto& query :
          {NVMCredentials::integratorKeyQueryWithAccount(*user),
           NVMCredentials::accountIdQueryWithAccount(*user), NVMCredentials::hostQueryWithAccount(*user),
@@ -90,9 +105,11 @@ void clearStoredItems() {
           NVMCredentials::apiPasswordQueryWithAccount(*user),
           NVMCredentials::accessTokenQueryWithAccount(*user), NVMCredentials::userNameQueryWithAccount(*user),
           NVMCredentials::emailQueryWithAccount(*user)}) {
-        NVMCredentials::logError(Platform::current().credentials->remove(query.service, query.account),
-                                 "delete", query.service);
+        Failure failure = Platform::current().credentials->remove(query.service, query.account);
+        NVMCredentials::logError(failure, "delete", query.service);
+        if (!first) first = std::move(failure);
     }
+    return first;
 }
 
 void saveProfile(ItemSaver& saver, const NVMAccount& account, std::string_view user) {
@@ -126,7 +143,7 @@ void saveProfile(ItemSaver& saver, const NVMAccount& account, std::string_view u
 } // namespace
 
 std::shared_ptr<NVMAccount> NVMCredentials::primaryCredentials() {
-    const std::lock_guard lock(storedCredentials());
+    const StoredCredentialsLock lock;
     const Text user = userId();
     if (!user) return nullptr;
     auto account = std::make_shared<NVMAccount>();
@@ -161,7 +178,7 @@ std::shared_ptr<NVMAccount> NVMCredentials::primaryCredentials() {
 }
 
 Failure NVMCredentials::persistCredentialsForAccount(const NVMAccount& account) {
-    const std::lock_guard lock(storedCredentials());
+    const StoredCredentialsLock lock;
     if (userId() != account.userId) clearStoredItems();
     ItemSaver saver;
     saver.note("UserId", account.userId ? setUserId(account.userId) : Failure(NVM_errorInvalidInput()),
@@ -183,9 +200,9 @@ Failure NVMCredentials::persistCredentialsForAccount(const NVMAccount& account) 
     return NVM_errorDataPersistenceFailedWithKeys(saver.failedKeys());
 }
 
-void NVMCredentials::clearCredentials() {
-    const std::lock_guard lock(storedCredentials());
-    clearStoredItems();
+Failure NVMCredentials::clearCredentials() {
+    const StoredCredentialsLock lock;
+    return clearStoredItems();
 }
 
 std::optional<std::string> NVMCredentials::userId() {

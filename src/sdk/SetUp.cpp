@@ -1,5 +1,6 @@
 #include "src/sdk/SetUp.h"
 
+#include <norvane/platform/Platform.h>
 #include <norvane/platform/TextCase.h>
 #include <norvane/sdk/Errors.h>
 #include <norvane/sdk/NVMAppearance.h>
@@ -32,6 +33,11 @@ void keepError(Failure error) {
     state().error = std::move(error);
 }
 
+void storeSetting(const Value& value, const std::string& key) {
+    if (const Failure error = nvm_setDefaults(value, key))
+        Platform::current().log->write(LogLevel::Error, key + " not kept: " + error->localizedDescription());
+}
+
 } // namespace
 
 void forgetSetUp() { keepError(NVM_errorSetupIncomplete()); }
@@ -52,9 +58,9 @@ void NVMManager::setupWithConfiguration(const Dictionary& configuration) {
     for (const auto& [key, value] : configuration) {
         const auto text = value.stringValue();
         if (value.isNumber()) {
-            nvm_setDefaults(value, key);
+            storeSetting(value, key);
         } else if (text) {
-            nvm_setDefaults(lowercased(*text), key);
+            storeSetting(lowercased(*text), key);
         }
     }
 }

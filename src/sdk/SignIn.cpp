@@ -39,18 +39,22 @@ void passwordSignInAnswered(const std::shared_ptr<NVESLoginInformation>& answer,
                                         NVMNetworkModeOnline, completion);
 }
 
+/// Without stored credentials nobody is signed in, whoever was before.
+Failure store(const NVMAccount& account) {
+    Failure error = NVMCredentials::persistCredentialsForAccount(account);
+    if (error) norvane::NVM_loginSuccessful(false);
+    return error;
+}
+
 /// Fetches the account's additional data and stores it with the account, unless the session has ended by
 /// then.
 void syncAdditionalData(const std::shared_ptr<NVMAccount>& account, std::uint64_t session,
                         NVMManager::Completion completion) {
-    account->syncAdditionalDataWithCompletion([account, session,
-                                               completion = std::move(completion)](Failure error) {
-        if (!error) {
-            error =
-                inSession(session, [&] { return NVMCredentials::persistCredentialsForAccount(*account); });
-        }
-        if (completion) completion(std::move(error));
-    });
+    account->syncAdditionalDataWithCompletion(
+        [account, session, completion = std::move(completion)](Failure error) {
+            if (!error) error = inSession(session, [&] { return store(*account); });
+            if (completion) completion(std::move(error));
+        });
 }
 
 /// Refuses a sign-in with missing values, else completes it.
@@ -108,8 +112,8 @@ void NVMManager::completeLoginForAccount(const std::shared_ptr<NVMAccount>& acco
     }
     const std::uint64_t session = beginNextSession();
     Failure error = inSession(session, [&] {
-        NVMCredentials::clearCredentials();
-        return NVMCredentials::persistCredentialsForAccount(*account);
+        NVMCredentials::clearCredentials(); // a store that cannot delete cannot save: that error is told
+        return store(*account);
     });
     if (!error) {
         setup();
@@ -154,7 +158,7 @@ void NVMManager::syncAdditionalDataForAccount(const std::shared_ptr<NVMAccount>&
 }
 
 void NVMManager::persistCredentialsForAccount(const NVMAccount& account, const Completion& completion) {
-    Failure error = NVMCredentials::persistCredentialsForAccount(account);
+    Failure error = store(account);
     if (completion) completion(std::move(error));
 }
 

@@ -37,7 +37,7 @@ bool NVMManager::clearCredentialsAndCachedTemplates() {
     beginNextSession();
     const auto account = NVMCredentials::primaryCredentials();
     if (account && account->accountId) removeCaches();
-    NVMCredentials::clearCredentials();
+    tell(NVMCredentials::clearCredentials());
     norvane::NVM_clearCredentialsAndCachedTemplatesSuccessful(true);
     forgetSetUp();
     return true;

@@ -174,7 +174,9 @@ int chooseStore(const std::vector<std::string>& arguments) {
         unsetenv("DBUS_SESSION_BUS_ADDRESS");
         unsetenv("XDG_RUNTIME_DIR");
     }
-    const auto store = makeCredentialStore(CredentialStoreKind::Automatic, folders);
+    const bool isNamed = arguments.size() > 2 && arguments[2] == "file";
+    const auto store =
+        makeCredentialStore(isNamed ? CredentialStoreKind::File : CredentialStoreKind::Automatic, folders);
     if (!store) return 11;
     const auto saved = (*store)->save("chosen", "account", Data("secret"));
     if (saved) return saved->code == codeOf(CredentialStoreError::Unavailable) ? 3 : 12;
@@ -184,15 +186,18 @@ const TestRole kChooser("choose-store", chooseStore);
 
 TEST(CredentialStoreChoice, IsMadeOnceAndKeptInOtherSurroundings) {
     PrivateKeyring::shared();
-    const TemporaryFolder withBus, withoutBus;
-    const auto choose = [](const TemporaryFolder& home, const std::string& surroundings) {
-        return ChildProcess::inRole("choose-store", {home.path(), surroundings}).wait();
+    const TemporaryFolder withBus, withoutBus, named;
+    const auto choose = [](const TemporaryFolder& home, const std::string& surroundings,
+                           const std::string& kind = "automatic") {
+        return ChildProcess::inRole("choose-store", {home.path(), surroundings, kind}).wait();
     };
     EXPECT_EQ(choose(withBus, "with-bus"), 1);
     EXPECT_EQ(choose(withBus, "without-bus"), 3);
     EXPECT_EQ(choose(withBus, "with-bus"), 1);
     EXPECT_EQ(choose(withoutBus, "without-bus"), 2);
     EXPECT_EQ(choose(withoutBus, "with-bus"), 2);
+    EXPECT_EQ(choose(named, "with-bus", "file"), 2);
+    EXPECT_EQ(choose(named, "with-bus"), 2) << "a store that the first run named is kept to as well";
 }
 
 } // namespace

@@ -21,6 +21,15 @@ class SandboxFixture : public testing::Test {
         return options;
     }
     const Credentials& user() const { return service.credentials(); }
+    /// Path of an envelope made from the consent, with its participant named.
+    std::string consentEnvelope(const std::string& status = "sent") {
+        const Json role =
+            Json::object({{"roleName", "Participant"}, {"name", "Ada Finch"}, {"email", "ada@x.example"}});
+        Json definition = Json::object({{"status", status}, {"templateId", kConsentTemplateId}});
+        definition.set("templateRoles", Json::Array{role});
+        const Reply reply = client.send("POST", "envelopes", definition.write());
+        return "envelopes/" + reply.json().text("envelopeId");
+    }
 
     TemporaryFolder folder;
     SandboxService service{optionsFor(folder.path())};

@@ -82,6 +82,20 @@ TEST_F(SignInTest, WithMissingValuesIsRefusedInsideTheCall) {
     EXPECT_TRUE(service_.requests().empty());
 }
 
+TEST_F(SignInTest, IntoALockedStoreSignsOutWhoeverWasSignedIn) {
+    ASSERT_EQ(signInWithToken(user().email, host(), NVMNetworkModeOffline).first.error, std::nullopt);
+    credentials_->breakWith(NVMError::make("test", 1, "locked"));
+    const auto [answer, isInside] = signInWithToken(user().email, host(), NVMNetworkModeOnline);
+    ASSERT_TRUE(answer.error);
+    EXPECT_EQ(answer.error->domain, "user.persist.error");
+    EXPECT_NE(answer.error->localizedDescription().find("AuthenticationMethod:2, IntegratorKey:-redacted-"),
+              std::string::npos);
+    EXPECT_EQ(answer.error->localizedDescription().find(user().accessToken), std::string::npos);
+    EXPECT_FALSE(NVMManager::NVM_isSetupAndLoginSuccessful());
+    EXPECT_TRUE(service_.requests().empty());
+    credentials_->breakWith(std::nullopt);
+}
+
 TEST_F(SignInTest, OfflineAsksNobody) {
     const auto [answer, isInside] = signInWithToken(user().email, host(), NVMNetworkModeOffline);
     EXPECT_FALSE(isInside);

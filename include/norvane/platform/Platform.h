@@ -20,8 +20,8 @@
 
 namespace norvane {
 
-/// Which adapter keeps the credentials. `Automatic` remembers its choice in the home, so that a sign-in made
-/// with one adapter is not lost to a later run with another.
+/// Which adapter keeps the credentials. A home remembers the first one, named or chosen, and `Automatic`
+/// keeps to it, so that a sign-in made with one adapter is not lost to a later run with another.
 enum class CredentialStoreKind { Automatic, SecretService, File };
 
 /// How the default adapters are made.

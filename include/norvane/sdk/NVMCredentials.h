@@ -19,8 +19,8 @@ struct CredentialQuery {
 };
 
 /// Owner of the stored credentials: one credential-store item a field, under the signed-in user's id, which
-/// itself is kept in the kit's defaults. Any thread may call; calls block on the credential store, and one
-/// store, read or clearing is never seen half done by another.
+/// itself is kept in the kit's defaults. Any thread may call, and several processes on one home; calls block
+/// on the credential store, and one store, read or clearing is never seen half done by another.
 class NVMCredentials {
   public:
     NVMCredentials() = delete;
@@ -31,8 +31,9 @@ class NVMCredentials {
     /// saved; the credentials are cleared then. An account of method 0 is never stored.
     static Failure persistCredentialsForAccount(const NVMAccount& account);
     /// Deletes the items that sign in. The account name, both settings, the disclosure, its id and the user
-    /// id stay, deliberately, until the next account is stored over them.
-    static void clearCredentials();
+    /// id stay, deliberately, until the next account is stored over them. The error of the first item that
+    /// cannot be deleted; the others go all the same.
+    static Failure clearCredentials();
 
     /// The user whose items are stored.
     static std::optional<std::string> userId();

@@ -85,7 +85,7 @@ class NVMManager {
                                      LoginCompletion completion);
     /// The last step of every sign-in: stores the account, sets the kit up again, raises the signed-in flag
     /// and, online, fetches the account's additional data. The info handed over is as the account was at the
-    /// start.
+    /// start. An account that cannot be stored leaves the kit signed out.
     static void completeLoginForAccount(const std::shared_ptr<NVMAccount>& account,
                                         NVMNetworkMode networkMode, LoginCompletion completion);
     /// NVM_errorInvalidLoginParameters naming what is empty or absent, or nothing. `loginToken` is the access
@@ -93,10 +93,11 @@ class NVMManager {
     static Failure validateLoginToken(const Text& loginToken, const Text& accountId, const Text& userId,
                                       const Text& userName, const Text& email, const std::optional<Url>& host,
                                       const Text& integratorKey);
-    /// Fetches the account's additional data and, when that succeeded, stores the account again.
+    /// Fetches the account's additional data and, when that succeeded, stores the account again; when it
+    /// cannot be stored the kit is signed out.
     static void syncAdditionalDataForAccount(const std::shared_ptr<NVMAccount>& account,
                                              Completion completion);
-    /// Stores the account; the completion runs before this returns.
+    /// Stores the account; the completion runs before this returns. An error leaves the kit signed out.
     static void persistCredentialsForAccount(const NVMAccount& account, const Completion& completion);
     /// Takes up the sign-in of an earlier run: sets the kit up and raises the signed-in flag when an account
     /// is stored. Asks no service and writes no credential. An error says why the kit is not signed in.
