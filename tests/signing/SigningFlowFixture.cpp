@@ -1,8 +1,6 @@
 #include "tests/signing/SigningFlowFixture.h"
 
-#include <norvane/model/NVMSignature.h>
 #include <norvane/sdk/Configuration.h>
-#include <norvane/sdk/NVMCredentials.h>
 #include <norvane/signing/OfflineEnvelope.h>
 #include <norvane/templates/NVMTemplatesManager.h>
 
@@ -85,6 +83,13 @@ void SigningFlowFixture::fillIn() {
 void SigningFlowFixture::finishTurn() {
     onMain([](auto& controller) { controller.finishTapped(); });
     EXPECT_TRUE(alerts_->answer("Confirm Signing").isSheet);
+}
+
+void SigningFlowFixture::signTurn() {
+    consent();
+    waitForTurn();
+    fillIn();
+    finishTurn();
 }
 
 void SigningFlowFixture::hideAlerts() {

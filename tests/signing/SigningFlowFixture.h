@@ -77,6 +77,8 @@ class SigningFlowFixture : public SandboxKitFixture {
     void fillIn();
     /// Taps finish and confirms, when nothing is missing.
     void finishTurn();
+    /// A guest's whole turn, after the device was passed on.
+    void signTurn();
     void hideAlerts();
 
     void onMain(const std::function<void(NVMNativeSigningViewController&)>& work);
