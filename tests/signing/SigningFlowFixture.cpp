@@ -117,6 +117,7 @@ std::vector<std::string> SigningFlowFixture::told() const {
     std::vector<std::string> names;
     for (const auto& notification : notifications_)
         if (notification.name.find("Recipient") != std::string::npos ||
+            notification.name.find("MetaData") != std::string::npos ||
             notification.name.find("Sign") != std::string::npos ||
             notification.name.find("ached") != std::string::npos)
             names.push_back(notification.name);

@@ -87,7 +87,8 @@ TEST_F(SigningFlowTest, PassesTheDeviceFromSignerToSignerAndBack) {
                              "NVMEnvelopeRecipientDidEndOfflineSigningNotification",
                              "NVMEnvelopeRecipientWillBeginOfflineSigningNotification",
                              "NVMEnvelopeRecipientDidEndOfflineSigningNotification",
-                             "NVMSigningCompletedNotification", "NVMEnvelopeCachedNotification"}))
+                             "NVMSigningCompletedNotification", "NVMRecordMetaDataDidAddNotification",
+                             "NVMEnvelopeCachedNotification"}))
         << "one signer at a time: nobody chooses";
     EXPECT_EQ(userInfoOf(NVMSigningCompletedNotification),
               (Dictionary{{"templateId", sandbox::kLeaseTemplateId}, {"signingMode", "offline"}}));
@@ -220,7 +221,7 @@ TEST_F(SigningFlowTest, AnEarlierCopyGivesWayToTheFinishedEnvelope) {
     Names after = told();
     after.erase(after.begin(), after.begin() + static_cast<std::ptrdiff_t>(before) + 4); // the two turns
     EXPECT_EQ(after, (Names{"NVMSigningCompletedNotification", "NVMEnvelopeUncachedNotification",
-                            "NVMEnvelopeCachedNotification"}));
+                            "NVMRecordMetaDataDidAddNotification", "NVMEnvelopeCachedNotification"}));
 }
 
 TEST_F(SigningFlowTest, AnEnvelopeThatCannotBeKeptIsSaid) {
