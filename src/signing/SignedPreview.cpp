@@ -43,6 +43,7 @@ void drawTab(const NVMTab& tab, const std::shared_ptr<PdfDocument>& document, in
     if (!isImageTabType(tab.tabType)) return writePlainText(tab, *page);
     const auto annotation = createTabAnnotation(tab, document, pageNumber, {}, images);
     annotation->setEditable(false);
+    annotation->setErroneous(false); // a choice made may still count as lacking an image or a valid group
     annotation->refreshVisuals();
 }
 

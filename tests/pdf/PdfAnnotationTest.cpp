@@ -129,17 +129,38 @@ TEST(PdfAnnotation, WritesAppearancesUncompressedAndEachImageOnce) {
     EXPECT_EQ(occurrences(saved->view(), "40 0 0 40 10 10 cm"), 10u);
 }
 
+TEST(PdfAnnotation, JoinsWhatWasNeverSaved) {
+    const auto document = blank(1);
+    {
+        const auto page = *document->page(1);
+        auto stamp = page.createRubberStamp({10, 50, 50, 10});
+        stamp.setAppearance(document->imageFor(checkered(8, 8)), 10, 10, 40, 40);
+        page.pushFront(stamp);
+        auto text = page.createFreeText({60, 50, 150, 20});
+        text.setContents("unsaved");
+        text.refreshAppearance();
+        page.pushFront(text);
+    }
+    const auto joined = (*PdfDocument::join({document, blank(1)}))->save();
+    ASSERT_TRUE(joined);
+    EXPECT_EQ(occurrences(joined->view(), "/Subtype /Image"), 1u);
+    EXPECT_EQ(occurrences(joined->view(), "(unsaved) Tj"), 1u);
+    EXPECT_EQ(problemsOf(*joined), "");
+}
+
 TEST(PdfAnnotation, DrawsAnewWithoutLeavingTheOldLookBehind) {
     const auto document = blank(1);
     const auto page = *document->page(1);
     auto annotation = page.createFreeText({10, 50, 100, 20});
     page.pushFront(annotation);
     page.pushFront(annotation);
+    std::string saved;
     for (const char* text : {"first", "second"}) {
         annotation.setContents(text);
         annotation.refreshAppearance();
+        saved = (*document->save()).view();
+        EXPECT_NE(saved.find("(" + std::string(text) + ") Tj"), std::string::npos);
     }
-    const std::string saved((*document->save()).view());
     EXPECT_EQ(saved.find("(first)"), std::string::npos);
     EXPECT_NE(saved.find("(second) Tj"), std::string::npos);
     EXPECT_EQ(occurrences(saved, "/FreeText"), 1u);

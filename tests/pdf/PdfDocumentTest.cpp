@@ -169,6 +169,25 @@ Data compressedPdf(std::size_t blanks) {
     return Data(buffer->getBuffer(), buffer->getSize());
 }
 
+TEST(PdfDocument, IdentifiesEachFileByItsBytes) {
+    const auto identifiersOf = [](const Data& file) {
+        QPDF pdf;
+        pdf.processMemoryFile("file", file.view().data(), file.size());
+        auto ids = pdf.getTrailer().getKey("/ID").getArrayAsVector();
+        return std::pair(ids.at(0).getStringValue(), ids.at(1).getStringValue());
+    };
+    const Data other = *opened(pdfOfWidth(301, 2))->save();
+    for (const Data& original : {*opened(pdfOfWidth(300, 2))->save(), compressedPdf(10)}) {
+        const auto document = opened(original);
+        const auto page = *document->page(1);
+        page.pushFront(page.createRubberStamp({10, 50, 50, 10}));
+        const auto [permanent, changing] = identifiersOf(*document->save());
+        EXPECT_EQ(permanent, identifiersOf(original).first);
+        EXPECT_NE(changing, identifiersOf(original).second);
+        EXPECT_NE(changing, identifiersOf(other).second);
+    }
+}
+
 TEST(PdfDocument, BoundsWhatCompressedObjectsUnfoldTo) {
     const Data modest = compressedPdf(1000);
     ASSERT_NE(modest.view().find("/ObjStm"), std::string_view::npos);

@@ -1,8 +1,6 @@
 #include "tests/signing/SigningFlowFixture.h"
 
-#include <norvane/model/NVMSignature.h>
 #include <norvane/sdk/Configuration.h>
-#include <norvane/sdk/NVMCredentials.h>
 #include <norvane/signing/OfflineEnvelope.h>
 #include <norvane/templates/NVMTemplatesManager.h>
 
@@ -87,6 +85,13 @@ void SigningFlowFixture::finishTurn() {
     EXPECT_TRUE(alerts_->answer("Confirm Signing").isSheet);
 }
 
+void SigningFlowFixture::signTurn() {
+    consent();
+    waitForTurn();
+    fillIn();
+    finishTurn();
+}
+
 void SigningFlowFixture::hideAlerts() {
     NVMManager::setupWithConfiguration({{std::string(NVM_SETUP_OFFLINE_SIGNING_HIDE_ALERTS_KEY), "true"}});
 }
@@ -112,6 +117,7 @@ std::vector<std::string> SigningFlowFixture::told() const {
     std::vector<std::string> names;
     for (const auto& notification : notifications_)
         if (notification.name.find("Recipient") != std::string::npos ||
+            notification.name.find("MetaData") != std::string::npos ||
             notification.name.find("Sign") != std::string::npos ||
             notification.name.find("ached") != std::string::npos)
             names.push_back(notification.name);

@@ -77,6 +77,8 @@ class SigningFlowFixture : public SandboxKitFixture {
     void fillIn();
     /// Taps finish and confirms, when nothing is missing.
     void finishTurn();
+    /// A guest's whole turn, after the device was passed on.
+    void signTurn();
     void hideAlerts();
 
     void onMain(const std::function<void(NVMNativeSigningViewController&)>& work);
@@ -86,7 +88,7 @@ class SigningFlowFixture : public SandboxKitFixture {
     }
     /// How the signing ended: the transaction id, or "error " and its reason.
     std::string outcome();
-    /// The names, among those listed, of the notifications so far.
+    /// The names of the notifications of signing and caching so far.
     std::vector<std::string> told() const;
 
     std::shared_ptr<NVMEnvelopeDefinition> envelope_;

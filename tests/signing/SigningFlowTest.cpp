@@ -1,17 +1,15 @@
 #include "sandbox/TemplateIds.h"
 #include "tests/signing/SigningFlowFixture.h"
 
-#include <norvane/model/NVMCheckbox.h>
-#include <norvane/model/NVMRadioGroup.h>
 #include <norvane/model/NVMRecipients.h>
-#include <norvane/sdk/Configuration.h>
-#include <norvane/sdk/NVMCredentials.h>
 #include <norvane/signing/SigningNotifications.h>
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/DocumentFiles.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <utility>
 
 namespace norvane {
 namespace {
@@ -40,16 +38,6 @@ class SigningFlowTest : public SigningFlowFixture {
             if (std::exchange(*done, true)) return;
             envelope_->recipients->signerFromInPersonSigner(signers().front(), "Cy Remote", "cy@example.com");
         });
-    }
-    /// Taps the middle of the tab where the page shows it.
-    void tap(const NVMNativeSigningViewController& controller, const NVMTab& tab) const {
-        constexpr double kLetterHeight = 792;
-        const auto page = static_cast<std::size_t>(*tab.pageNumber) + (tab.documentId == "1" ? 0 : 1);
-        const NVMTabFrame& frame = *tab.frame;
-        controller.toolManager().handleTap(
-            page,
-            {static_cast<double>(frame.originX + 8), kLetterHeight - static_cast<double>(frame.originY + 8)},
-            {});
     }
     bool hasFiles() const {
         const auto path = NVM_documentsPathByAppendingPathComponent(
@@ -85,10 +73,7 @@ TEST_F(SigningFlowTest, PassesTheDeviceFromSignerToSignerAndBack) {
     const Alert second = alerts_->answer("OK");
     EXPECT_EQ(second.title, "Pass to the next signer");
     EXPECT_TRUE(signers()[0]->signedDateTime && signers()[0]->offlineAttributes->offlineSigningHash);
-    consent();
-    waitForTurn();
-    fillIn();
-    finishTurn();
+    signTurn();
     const Alert back = alerts_->answer("OK");
     EXPECT_EQ(back.title, "Pass back to the host");
     EXPECT_NE(back.message.find(user().userName), std::string::npos) << back.message;
@@ -102,7 +87,8 @@ TEST_F(SigningFlowTest, PassesTheDeviceFromSignerToSignerAndBack) {
                              "NVMEnvelopeRecipientDidEndOfflineSigningNotification",
                              "NVMEnvelopeRecipientWillBeginOfflineSigningNotification",
                              "NVMEnvelopeRecipientDidEndOfflineSigningNotification",
-                             "NVMSigningCompletedNotification", "NVMEnvelopeCachedNotification"}))
+                             "NVMSigningCompletedNotification", "NVMRecordMetaDataDidAddNotification",
+                             "NVMEnvelopeCachedNotification"}))
         << "one signer at a time: nobody chooses";
     EXPECT_EQ(userInfoOf(NVMSigningCompletedNotification),
               (Dictionary{{"templateId", sandbox::kLeaseTemplateId}, {"signingMode", "offline"}}));
@@ -112,12 +98,8 @@ TEST_F(SigningFlowTest, HiddenAlertsLeaveOnlyTheConfirmation) {
     hideAlerts();
     use(sandbox::kLeaseTemplateId, {"Ann Smith", "Bo Lund"});
     begin();
-    for (int signer = 0; signer < 2; ++signer) {
-        consent();
-        waitForTurn();
-        fillIn();
-        finishTurn();
-    }
+    signTurn();
+    signTurn();
     EXPECT_EQ(Handler::cachedEnvelopeIds(), Names{outcome()});
     EXPECT_EQ(alerts_->openCount(), 0u);
 }
@@ -147,10 +129,7 @@ TEST_F(SigningFlowTest, WhoMaySignAtTheSameTimeIsChosen) {
 
     onMain([this](auto& controller) { controller.signersViewControllerDidChooseSigner(signers()[1]); });
     EXPECT_EQ(alerts_->answer("OK").title, "Pass to the next signer") << "not the first of the list";
-    consent();
-    waitForTurn();
-    fillIn();
-    finishTurn();
+    signTurn();
     ASSERT_TRUE(view_->chooser.wait(2));
     ASSERT_EQ(view_->offered.size(), 1u) << "who has signed is not offered again";
     EXPECT_EQ(view_->offered.front(), signers()[0]);
@@ -235,18 +214,14 @@ TEST_F(SigningFlowTest, AnEarlierCopyGivesWayToTheFinishedEnvelope) {
     envelope_->envelopeId = earlier.front()->envelopeId;
     const std::size_t before = told().size();
     begin();
-    for (int signer = 0; signer < 2; ++signer) {
-        consent();
-        waitForTurn();
-        fillIn();
-        finishTurn();
-    }
+    signTurn();
+    signTurn();
     const std::string id = outcome();
     EXPECT_EQ(Handler::cachedEnvelopeIds(), Names{id});
     Names after = told();
     after.erase(after.begin(), after.begin() + static_cast<std::ptrdiff_t>(before) + 4); // the two turns
     EXPECT_EQ(after, (Names{"NVMSigningCompletedNotification", "NVMEnvelopeUncachedNotification",
-                            "NVMEnvelopeCachedNotification"}));
+                            "NVMRecordMetaDataDidAddNotification", "NVMEnvelopeCachedNotification"}));
 }
 
 TEST_F(SigningFlowTest, AnEnvelopeThatCannotBeKeptIsSaid) {
@@ -254,72 +229,13 @@ TEST_F(SigningFlowTest, AnEnvelopeThatCannotBeKeptIsSaid) {
     signers().pop_back();
     begin();
     alerts_->answer("OK");
-    consent();
-    waitForTurn();
-    fillIn();
-    finishTurn();
+    signTurn();
     alerts_->answer("OK");
     NVMManager::clearCredentialsAndCachedTemplates(); // closes the store
     alerts_->answer("OK");
     EXPECT_TRUE(outcome().starts_with("error")) << "nothing stands in the cache";
     EXPECT_EQ(alerts_->errors().size(), 1u);
     EXPECT_EQ(view_->closed, 1);
-}
-
-TEST_F(SigningFlowTest, OneRadioOfAGroupIsChosen) {
-    hideAlerts();
-    use(sandbox::kRentalTemplateId, {"Ann Smith"});
-    begin();
-    consent();
-    waitForTurn();
-    const auto group = signers()[0]->tabs->radioGroupTabs->front();
-    const auto& radios = *group->radios;
-    ASSERT_GE(radios.size(), 2u);
-    const auto missing = controller_->remainingRequiredTags().size();
-    const auto chosen = [&] {
-        Names values;
-        for (const auto& radio : radios)
-            values.push_back(radio->value.value_or("none") + (radio->selected ? "!" : ""));
-        return values;
-    };
-    for (const std::size_t choice : {std::size_t{1}, std::size_t{0}}) {
-        onMain([&](auto& controller) { tap(controller, *radios[choice]); });
-        Names expected(radios.size(), "");
-        expected[choice] = "X!";
-        EXPECT_EQ(chosen(), expected);
-    }
-    EXPECT_EQ(controller_->remainingRequiredTags().size(), missing - radios.size());
-}
-
-TEST_F(SigningFlowTest, TextAndChecksFollowTheTaps) {
-    hideAlerts();
-    use(sandbox::kLeaseTemplateId, {"Ann Smith", "Bo Lund"});
-    begin();
-    consent();
-    waitForTurn();
-    const auto tabs = *envelope_->tagsForSigner(signers()[0]);
-    for (const auto& tab : tabs) {
-        const std::string id = *tab->tabId;
-        if (const auto* checkbox = dynamic_cast<const NVMCheckbox*>(tab.get())) {
-            onMain([&](auto& controller) { controller.didTapOnAnnotation(id); });
-            EXPECT_TRUE(checkbox->selected && checkbox->value == "X");
-            onMain([&](auto& controller) { controller.didTapOnAnnotation(id); });
-            EXPECT_TRUE(!checkbox->selected && checkbox->value == "");
-        } else if (tab->tabType == NVMTabTypeText) {
-            tab->value.reset();
-            onMain([&](auto& controller) { controller.didTapOnAnnotation(id); });
-            EXPECT_EQ(view_->editors.back(), "") << "not the placeholder";
-        } else if (tab->tabType == NVMTabTypeFullName) {
-            const std::size_t editors = view_->editors.size();
-            onMain([&](auto& controller) {
-                controller.didTapOnAnnotation(id);
-                controller.textViewDidChange(id, "somebody else");
-            });
-            EXPECT_EQ(tab->value, "Ann Smith");
-            EXPECT_EQ(view_->editors.size(), editors);
-        }
-    }
-    EXPECT_FALSE(view_->editors.empty());
 }
 
 } // namespace
