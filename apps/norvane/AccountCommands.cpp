@@ -95,9 +95,44 @@ void whoami(Context& context) {
         return;
     }
     const NVMAccountInfo info(*account);
-    Dictionary document = describe(info);
-    if (account->accountName) document["accountName"] = *account->accountName;
+    const Dictionary document = describe(info);
     context.output().result(document, lines(info));
+}
+
+std::vector<std::string> settingLines(const char* title, const std::optional<Dictionary>& settings) {
+    if (!settings) return {std::string(title) + ": not fetched yet"};
+    std::vector<std::string> lines{std::string(title) + ":"};
+    for (const auto& [name, value] : *settings)
+        lines.push_back("  " + name + " = " + value.stringValue().value_or(""));
+    return lines;
+}
+
+/// What is stored of the account, or what the service says of it now.
+void showAccount(Context& context, bool refresh) {
+    if (context.failed(openKit())) return;
+    const auto account = NVMCredentials::primaryCredentials();
+    if (!account) {
+        context.failed(NVM_errorUserNotLoggedIn());
+        return;
+    }
+    if (refresh) {
+        const Answer<Failure> answer;
+        NVMManager::syncAdditionalDataForAccount(
+            account, [answer](std::optional<NVMError> error) { answer.give(std::move(error)); });
+        if (context.failed(answer.wait())) return;
+    }
+    Dictionary document = describe(NVMAccountInfo(*account));
+    document["accountSettings"] = account->accountSettings ? Value(*account->accountSettings) : Value();
+    document["userSettings"] = account->userSettings ? Value(*account->userSettings) : Value();
+    document["consumerDisclosureId"] = account->consumerDisclosureId;
+    document["canOfflineSend"] = account->canOfflineSend();
+    std::vector<std::string> lines{"account " + account->accountId.value_or("") + " " +
+                                       account->accountName.value_or(""),
+                                   "disclosure " + account->consumerDisclosureId.value_or("not fetched yet")};
+    for (const auto& part : {settingLines("account settings", account->accountSettings),
+                             settingLines("user settings", account->userSettings)})
+        lines.insert(lines.end(), part.begin(), part.end());
+    context.output().result(document, lines);
 }
 
 void logout(Context& context, bool force) {
@@ -140,6 +175,14 @@ void addAccountCommands(CLI::App& program, Context& context) {
     program.add_subcommand("whoami", "The stored account, without secrets")->callback([&context] {
         whoami(context);
     });
+
+    auto* accountCommand = program.add_subcommand("account", "The signed-in account");
+    accountCommand->require_subcommand(1);
+    auto refresh = std::make_shared<bool>(false);
+    auto* showCommand =
+        accountCommand->add_subcommand("show", "Its name, settings and consumer disclosure, without secrets");
+    showCommand->add_flag("--refresh", *refresh, "Fetch them from the service first");
+    showCommand->callback([&context, refresh] { showAccount(context, *refresh); });
 
     auto force = std::make_shared<bool>(false);
     auto* logoutCommand =

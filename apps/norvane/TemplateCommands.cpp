@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include <norvane/api/NVESAccounts.h>
 #include <norvane/model/NVMEnvelopeTemplate.h>
 #include <norvane/platform/DateFormat.h>
 #include <norvane/platform/Platform.h>
@@ -16,7 +17,12 @@ using TemplateList = std::vector<std::shared_ptr<NVMEnvelopeTemplateDefinition>>
 
 Value isoText(const std::optional<Date>& date) { return date ? Value(formatIso8601(*date)) : Value(); }
 
-void list(Context& context, const std::string& search) {
+struct ListArguments {
+    std::string search;
+    std::string folder;
+};
+
+void list(Context& context, const ListArguments& arguments) {
     if (context.failed(openKit())) return;
     NVMTemplatesManager manager;
     const Answer<Result<TemplateList>> answer;
@@ -24,10 +30,13 @@ void list(Context& context, const std::string& search) {
         if (error) return answer.give(*error);
         answer.give(templates.value_or(TemplateList{}));
     };
-    if (search.empty())
-        manager.listTemplatesWithCompletion(completion);
+    if (!arguments.folder.empty())
+        manager.listTemplatesWithFolderId(arguments.folder, completion);
+    else if (!arguments.search.empty())
+        manager.listTemplatesWithTemplateName(arguments.search, NVMSearchOptions::CaseInsensitive,
+                                              completion);
     else
-        manager.listTemplatesWithTemplateName(search, NVMSearchOptions::CaseInsensitive, completion);
+        manager.listTemplatesWithCompletion(completion);
     const auto templates = answer.wait();
     if (!templates) {
         context.failed(templates.error());
@@ -43,6 +52,32 @@ void list(Context& context, const std::string& search) {
                                       {"folderName", entry->folderName},
                                       {"lastModified", isoText(entry->lastModified)}});
         lines.push_back(entry->templateId.value_or("") + "  " + entry->name.value_or(""));
+    }
+    context.output().result(document, lines);
+}
+
+void folders(Context& context) {
+    if (context.failed(openKit())) return;
+    using FolderList = NVMTemplatesManager::FolderList;
+    const Answer<Result<FolderList>> answer;
+    NVMTemplatesManager().listTemplateFoldersWithCompletion(
+        [answer](std::optional<FolderList> found, std::optional<NVMError> error) {
+            if (error) return answer.give(*error);
+            answer.give(found.value_or(FolderList{}));
+        });
+    const auto found = answer.wait();
+    if (!found) {
+        context.failed(found.error());
+        return;
+    }
+    Array document;
+    std::vector<std::string> lines;
+    for (const auto& folder : *found) {
+        document.push_back(Dictionary{{"folderId", folder->folderId},
+                                      {"name", folder->name},
+                                      {"parentFolderId", folder->parentFolderId},
+                                      {"ownerUserName", folder->ownerUserName}});
+        lines.push_back(folder->folderId.value_or("") + "  " + folder->name.value_or(""));
     }
     context.output().result(document, lines);
 }
@@ -127,14 +162,20 @@ void remove(Context& context, const std::vector<std::string>& ids, bool all) {
 } // namespace
 
 void addTemplateCommands(CLI::App& program, Context& context) {
+    program.add_subcommand("folders", "The account's folders of templates")->callback([&context] {
+        folders(context);
+    });
     auto* templates =
         program.add_subcommand("templates", "The account's templates, and those kept on this device");
     templates->require_subcommand(1);
 
-    auto search = std::make_shared<std::string>();
+    auto arguments = std::make_shared<ListArguments>();
     auto* listCommand = templates->add_subcommand("list", "The templates of the account");
-    listCommand->add_option("--search", *search, "Only names that contain this text");
-    listCommand->callback([&context, search] { list(context, *search); });
+    auto* searchOption =
+        listCommand->add_option("--search", arguments->search, "Only names that contain this text");
+    listCommand->add_option("--folder", arguments->folder, "Only those in the folder of this id")
+        ->excludes(searchOption);
+    listCommand->callback([&context, arguments] { list(context, *arguments); });
 
     auto cacheIds = std::make_shared<std::vector<std::string>>();
     auto* cacheCommand =

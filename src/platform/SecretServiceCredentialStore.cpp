@@ -30,7 +30,7 @@ struct HashTableRelease {
 };
 using Attributes = std::unique_ptr<GHashTable, HashTableRelease>;
 
-bool isAttribute(std::string_view text) {
+bool isText(std::string_view text) {
     return text.find('\0') == std::string_view::npos &&
            g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr);
 }
@@ -86,9 +86,10 @@ Failure saveItem(const ItemCall& call, const Data& secret) {
     if (secret_collection_get_locked(collection->get())) {
         if (auto error = unlock(call.service, collection->get(), call.cancellable)) return error;
     }
+    // Other programs of the desktop show a secret only when it calls itself text.
+    const char* type = isText(secret.view()) ? "text/plain" : "application/octet-stream";
     const SecretValuePtr value(secret_value_new(reinterpret_cast<const gchar*>(secret.data()),
-                                                static_cast<gssize>(secret.size()),
-                                                "application/octet-stream"));
+                                                static_cast<gssize>(secret.size()), type));
     GError* error = nullptr;
     if (!secret_service_store_sync(call.service, &schema(), call.attributes, SECRET_COLLECTION_DEFAULT,
                                    call.label.c_str(), value.get(), call.cancellable, &error)) {
@@ -126,7 +127,7 @@ class SecretServiceCredentialStore final : public CredentialStore {
   private:
     template <class Answer, class Action>
     Answer perform(std::string_view service, std::string_view account, Action action) const {
-        if (!isAttribute(service) || !isAttribute(account)) {
+        if (!isText(service) || !isText(account)) {
             return credentialError(CredentialStoreError::Failed, "A name of the credentials is no text.");
         }
         const Deadline deadline(patience_);

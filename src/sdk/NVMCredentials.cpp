@@ -179,7 +179,8 @@ std::shared_ptr<NVMAccount> NVMCredentials::primaryCredentials() {
 
 Failure NVMCredentials::persistCredentialsForAccount(const NVMAccount& account) {
     const StoredCredentialsLock lock;
-    if (userId() != account.userId) clearStoredItems();
+    const Text earlierUser = userId();
+    const Failure leftBehind = earlierUser != account.userId ? clearStoredItems() : std::nullopt;
     ItemSaver saver;
     saver.note("UserId", account.userId ? setUserId(account.userId) : Failure(NVM_errorInvalidInput()),
                account.userId.value_or("(null)"));
@@ -197,6 +198,8 @@ Failure NVMCredentials::persistCredentialsForAccount(const NVMAccount& account) 
     }
     if (saver.failedKeys().empty() && (byToken || byPassword)) return std::nullopt;
     clearStoredItems();
+    // An unreachable store still has the earlier user's items; forgetting whose they are would orphan them.
+    if (leftBehind) logError(setUserId(earlierUser), "save", kUserIdKey);
     return NVM_errorDataPersistenceFailedWithKeys(saver.failedKeys());
 }
 

@@ -63,6 +63,33 @@ TEST_F(CommandLineTest, TheMainJobEndsWithOneEnvelopeOnTheServiceAndNoneOnTheDev
     EXPECT_EQ(received[0].images.size(), 4u) << "two signatures, two sets of initials";
 }
 
+TEST_F(CommandLineTest, ShowsTheAccountItsFoldersAndWhatLiesInThem) {
+    EXPECT_EQ(run({"account", "show"}).status, 1) << "nobody is signed in";
+    signIn();
+    const Run folders = run({"--json", "folders"});
+    ASSERT_EQ(folders.status, 0) << folders.errors;
+    std::size_t found = 0;
+    const Value all = folders.json();
+    for (const Value& folder : *all.asArray()) {
+        const Value listed =
+            run({"--json", "templates", "list", "--folder", *folder["folderId"].asString()}).json();
+        for (const Value& entry : *listed.asArray())
+            EXPECT_EQ(entry["folderName"], folder["name"]);
+        found += listed.asArray()->size();
+    }
+    EXPECT_EQ(found, 4u) << "every template lies in one folder";
+    EXPECT_EQ(run({"templates", "list", "--folder", "x", "--search", "y"}).status, 2);
+
+    service_.addFault("GET /v2/accounts/*/settings status=503");
+    EXPECT_EQ(run({"account", "show", "--refresh"}).status, 0) << "what ends last counts";
+    const Value account = run({"--json", "account", "show"}).json();
+    EXPECT_EQ(account["accountName"], Value(service_.credentials().accountName));
+    EXPECT_EQ(account["accountSettings"]["allowOfflineSigning"], Value("true"));
+    EXPECT_EQ(account["userSettings"]["selfSignedRecipientEmailDocument"], Value("include_link"));
+    EXPECT_TRUE(account["consumerDisclosureId"].isString());
+    EXPECT_EQ(run({"account", "show"}).output.find(service_.credentials().apiPassword), std::string::npos);
+}
+
 TEST_F(CommandLineTest, AnEnvelopeWhoseUploadIsCutOffStaysAndGoesWithTheNextSync) {
     signIn();
     cacheLease();

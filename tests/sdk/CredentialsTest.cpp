@@ -38,6 +38,7 @@ constexpr Item kItems[] = {
 class RefusingCredentialStore final : public CredentialStore {
   public:
     std::set<std::string, std::less<>> refusedServices;
+    void breakWith(std::optional<NVMError> error) { items_.breakWith(std::move(error)); }
 
     Failure save(std::string_view service, std::string_view account, const Data& secret) override {
         if (refusedServices.contains(service)) return NVMError::make("test", 1, "refused");
@@ -107,6 +108,17 @@ TEST_F(CredentialsTest, OfAnotherUserLoseWhatSignsInAndKeepTheProfile) {
     ASSERT_EQ(NVMCredentials::persistCredentialsForAccount(*account("user-2")), std::nullopt);
     expectCleared("user-1");
     EXPECT_EQ(NVMCredentials::primaryCredentials()->userId, "user-2");
+}
+
+TEST_F(CredentialsTest, SurviveWhatFailsWhileTheirStoreIsOutOfReach) {
+    ASSERT_EQ(NVMCredentials::persistCredentialsForAccount(*account("user-1")), std::nullopt);
+    store_->breakWith(NVMError::make("test", 2, "no bus"));
+    EXPECT_TRUE(NVMCredentials::persistCredentialsForAccount(*account("user-2")));
+    EXPECT_TRUE(NVMCredentials::clearCredentials());
+    EXPECT_EQ(NVMCredentials::primaryCredentials(), nullptr);
+    store_->breakWith(std::nullopt);
+    ASSERT_NE(NVMCredentials::primaryCredentials(), nullptr);
+    EXPECT_EQ(NVMCredentials::primaryCredentials()->userId, "user-1");
 }
 
 TEST_F(CredentialsTest, KeepTheAccountsProfileWhenCleared) {

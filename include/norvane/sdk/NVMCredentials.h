@@ -28,7 +28,8 @@ class NVMCredentials {
     /// The stored account; null when none is stored, or a required item cannot be read.
     static std::shared_ptr<NVMAccount> primaryCredentials();
     /// Stores the account, wiping another user's items first. An error names the fields that could not be
-    /// saved; the credentials are cleared then. An account of method 0 is never stored.
+    /// saved; the credentials are cleared then. A store out of reach keeps what it has, and whose it is. An
+    /// account of method 0 is never stored.
     static Failure persistCredentialsForAccount(const NVMAccount& account);
     /// Deletes the items that sign in. The account name, both settings, the disclosure, its id and the user
     /// id stay, deliberately, until the next account is stored over them. The error of the first item that
