@@ -10,6 +10,17 @@
 namespace norvane {
 namespace {
 
+/// Numbers that are read as whole ones, whatever follows the point.
+constexpr std::string_view kWholeNumbers[] = {"anchorXOffset", "anchorYOffset", "routingOrder",
+                                              "currentRoutingOrder"};
+
+field::Number numberOf(const std::string& text, std::string_view name) {
+    const auto number = numberFromText(text);
+    const bool isWhole =
+        std::find(std::begin(kWholeNumbers), std::end(kWholeNumbers), name) != std::end(kWholeNumbers);
+    return number && isWhole ? std::trunc(*number) : number;
+}
+
 /// A number or date as the text of the wire.
 field::Text textFrom(const Value& value, bool standsForBoolean) {
     if (standsForBoolean || value.isBool()) return std::string(value.boolValue() ? "true" : "false");
@@ -35,7 +46,7 @@ void readText(const field::Text& text, const Field& target, void* to) {
             target.as<field::Number>(to) = std::nullopt;
         else
             target.as<field::Number>(to) =
-                isBooleanAttribute(target.name) ? boolean() : numberFromText(*text);
+                isBooleanAttribute(target.name) ? boolean() : numberOf(*text, target.name);
         break;
     default:
         break;
@@ -62,7 +73,8 @@ std::optional<double> numberFromText(std::string_view text, bool grouped) {
     if (grouped) std::erase(digits, ',');
     double number = 0;
     const char* end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, number, std::chars_format::fixed);
+    const auto format = grouped ? std::chars_format::general : std::chars_format::fixed;
+    const auto [stop, error] = std::from_chars(digits.data(), end, number, format);
     if (error != std::errc() || stop != end || !std::isfinite(number)) return std::nullopt;
     return number;
 }

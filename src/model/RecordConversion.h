@@ -59,8 +59,8 @@ class RecordConversion {
     std::span<const ConversionRule> rules_;
 };
 
-/// The number that the whole text says, with "." for the decimals; `grouped` skips "," between digits. Absent
-/// otherwise, and beyond the range of a double.
+/// The number that the whole text says, with "." for the decimals; `grouped` skips "," between digits and
+/// takes an exponent. Absent otherwise, and beyond the range of a double.
 std::optional<double> numberFromText(std::string_view text, bool grouped = false);
 
 /// Whether a number of that name stands for a Boolean in the store's records.

@@ -46,6 +46,9 @@ struct EnvelopeSave {
 
     void ended(const Failure& error) {
         error ? documents.discard() : documents.keep();
+        if (!error && earlier)
+            postNotification(NVMEnvelopeUncachedNotification,
+                             cacheUserInfo(domain.envelopeId, earlier->templateId));
         // The transaction identifier stands under "envelopeId", deliberately.
         postNotification(error ? NVMEnvelopeCacheFailedNotification : NVMEnvelopeCachedNotification,
                          cacheUserInfo(transactionId, templateId, error));
@@ -77,9 +80,8 @@ Failure insertEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {
 /// Takes the earlier copy out; its files stay as far as the finished envelope names them.
 void replaceEarlier(EnvelopeSave& save, ManagedObjectContext& context) {
     removeEnvelope(context, *save.earlier, false);
+    forgetCaching(context, *save.earlier);
     if (save.earlier->transactionId != save.transactionId) forgetUpload(context, *save.earlier);
-    postNotification(NVMEnvelopeUncachedNotification,
-                     cacheUserInfo(save.domain.envelopeId, save.earlier->templateId));
 }
 
 Failure updateEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {
@@ -87,11 +89,14 @@ Failure updateEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {
     if (!stored) return storeError(StoreError::NotFound, "The envelope is not stored.");
     const auto before = EnvelopeDocuments::paths(*stored);
     const auto transactionId = stored->transactionId;
+    const auto templateId = stored->templateId;
     const auto retries = stored->syncPendingUploadRetryCount;
     const auto reason = stored->syncFailureReason;
     nvm_mapToNVMCDEnvelope(save.domain, *stored);
-    // How far the upload is belongs to the store, not to the host's copy, which may be old.
+    // Whose envelope it is and how far its upload is belong to the store, not to the host's copy, which may
+    // be old.
     stored->transactionId = transactionId;
+    if (templateId) stored->templateId = templateId;
     stored->syncPendingUploadRetryCount = retries;
     stored->syncFailureReason = reason;
     save.transactionId = transactionId;

@@ -20,6 +20,9 @@ void removeEnvelope(ManagedObjectContext& context, const NVMCDEnvelopeDefinition
         for (const auto& document : *envelope.documents)
             if (document->sandboxFilePath) context.dropFile(*document->sandboxFilePath);
     }
+}
+
+void forgetCaching(ManagedObjectContext& context, const NVMCDEnvelopeDefinition& envelope) {
     for (const auto& identifier : {envelope.envelopeId, envelope.transactionId}) {
         if (identifier)
             context.removeMatching(NVMCDCacheMetaData::cachePredicateForURI(

@@ -6,8 +6,6 @@
 
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/DocumentFiles.h>
-#include <norvane/store/NVMCDCacheMetaData.h>
-#include <norvane/store/NVMEnvelopeCachingPolicy.h>
 #include <norvane/store/NVMEnvelopeSynchronizer.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
 #include <norvane/store/ObjectStore.h>
@@ -77,8 +75,6 @@ void NVMEnvelopesHandler::removeCachedEnvelopes() {
         for (const auto& path : envelopeFiles(context))
             context.dropFile(path);
         context.removeAll(NVMCDEnvelopeDefinition::type());
-        context.removeMatching(
-            NVMCDCacheMetaData::fetchRequest().where("recordType", Match::Equal, kEnvelopeCachingIdentifier));
         StoreWork::join(context,
                         [](Connection& connection) { connection.run("DELETE FROM nv_uploadAttempt"); });
         return std::nullopt;

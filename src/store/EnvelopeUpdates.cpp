@@ -79,12 +79,15 @@ Find byId(const NVMEnvelopeDefinition& envelope) {
     };
 }
 
-/// The envelope in which the recipient stands.
+/// The first envelope in which a recipient of that identifier stands; templates have such too.
 Find byRecipient(const NVMRecipient& signer) {
     return [id = signer.recipientId.value_or("")](const ManagedObjectContext& context) -> Envelope {
-        const auto rows = context.fetchProperties(
-            NVMCDRecipient::fetchRequest().where("recipientId", FetchRequest::Match::Equal, id).limitTo(1),
-            {"envelopeDefinition"});
+        const auto rows =
+            context.fetchProperties(NVMCDRecipient::fetchRequest()
+                                        .where("recipientId", FetchRequest::Match::Equal, id)
+                                        .where("envelopeDefinition", FetchRequest::Match::NotEqual)
+                                        .limitTo(1),
+                                    {"envelopeDefinition"});
         if (!rows || rows->empty()) return nullptr;
         const ManagedObjectID envelopeID{NVMCDEnvelopeDefinition::type().name(),
                                          rows->front().front().integerValue()};
@@ -103,23 +106,36 @@ std::shared_ptr<NVMDocument> copyOf(const NVMDocument& document) {
     return std::make_shared<NVMDocument>(document, true);
 }
 
-std::shared_ptr<NVMCDRecipient> storedForm(const NVMRecipient& recipient) {
-    auto stored = std::make_shared<NVMCDRecipient>();
-    nvm_mapToNvmcdRecipient(recipient, *stored);
-    return stored;
-}
+/// A recipient to store, as it was when it was given.
+struct GivenRecipient {
+    explicit GivenRecipient(const NVMRecipient& recipient)
+        : kind(&recipient.recordType()) {
+        nvm_mapToNvmcdRecipient(recipient, *form);
+    }
+
+    /// What is stored and no field of the record stays.
+    void replace(const NVMCDRecipient& stored) const {
+        form->objectID = stored.objectID;
+        for (const Field& field : NVMCDRecipient::type().fields())
+            if (!kind->find(field.name) && field.name != "_signature")
+                copyField(field, &stored, field, form.get());
+    }
+
+    const RecordType* kind;
+    std::shared_ptr<NVMCDRecipient> form = std::make_shared<NVMCDRecipient>();
+};
 
 /// Puts the recipient among those of its kind: in its place when it is there already, with its tabs when it
 /// comes from another kind.
-Failure addOrUpdateRecipient(NVMCDEnvelopeDefinition& envelope,
-                             const std::shared_ptr<NVMCDRecipient>& given) {
+Failure addOrUpdateRecipient(NVMCDEnvelopeDefinition& envelope, const GivenRecipient& recipient) {
+    const auto& given = recipient.form;
     if (!envelope.recipients) envelope.recipients = std::make_shared<NVMCDRecipients>();
     const auto kind = static_cast<NVMRecipientType>(given->recipientType.value_or(0));
     auto* list = recipientsOfKind(*envelope.recipients, kind);
     if (!list) return notFound("kind of the recipient");
     const auto place = findRecipientPlace(*envelope.recipients, given->recipientId.value_or(""));
     if (place.list == list) {
-        given->objectID = (**list)[place.index]->objectID;
+        recipient.replace(*(**list)[place.index]);
         (**list)[place.index] = given;
         return std::nullopt;
     }
@@ -134,13 +150,16 @@ Failure addOrUpdateRecipient(NVMCDEnvelopeDefinition& envelope,
 
 Failure addOrUpdateTab(NVMCDRecipient& signer, const std::shared_ptr<NVMCDTab>& given) {
     if (!signer.tabs) signer.tabs = std::make_shared<NVMCDTabs>();
-    if (const auto stored = findTab(*signer.tabs, given->tabId.value_or(""))) {
+    const std::string id = given->tabId.value_or("");
+    const auto stored = findTab(*signer.tabs, id);
+    auto* list = tabsOfKind(*signer.tabs, static_cast<NVMTabType>(given->type_.value_or(0)));
+    if (stored && (!list || stored->type_ == given->type_)) {
         given->objectID = stored->objectID;
         *stored = *given;
         return std::nullopt;
     }
-    auto* list = tabsOfKind(*signer.tabs, static_cast<NVMTabType>(given->type_.value_or(0)));
     if (!list) return notFound("list of the tab's kind");
+    if (stored) removeTab(*signer.tabs, id); // it has become another kind, which its list tells
     if (!*list) list->emplace();
     (*list)->push_back(given);
     return std::nullopt;
@@ -193,8 +212,8 @@ void NVMEnvelopesHandler::updateCachedEnvelopeAddOrUpdateRecipient(
     EnvelopeCompletion completion) {
     if (recipient->recipientId.value_or("").empty())
         recipient->recipientId = Platform::current().random->uuidString();
-    const auto change = [given = storedForm(*recipient)](NVMCDEnvelopeDefinition& stored,
-                                                         EnvelopeDocuments&) {
+    const auto change = [given = GivenRecipient(*recipient)](NVMCDEnvelopeDefinition& stored,
+                                                             EnvelopeDocuments&) {
         return addOrUpdateRecipient(stored, given);
     };
     updateStored(byId(envelope), change, std::move(completion));

@@ -24,11 +24,6 @@ FetchRequest pendingRequest() {
         .where("status", FetchRequest::Match::NotEqual, "created");
 }
 
-std::shared_ptr<NVMCDEnvelopeDefinition> load(ObjectStore& store, const ManagedObjectID& id) {
-    auto envelope = store.defaultContext().objectWithID<NVMCDEnvelopeDefinition>(id);
-    return envelope ? std::move(envelope).value() : nullptr;
-}
-
 } // namespace
 
 NVMEnvelopeSynchronizer::NVMEnvelopeSynchronizer(std::shared_ptr<NVMRecordCacher> envelopeCacher,
@@ -140,9 +135,13 @@ NVMEnvelopeSynchronizer::Runs
 NVMEnvelopeSynchronizer::runsForObjectIDs(const std::vector<ManagedObjectID>& ids) const {
     Runs runs;
     const auto store = ObjectStore::defaultStore();
+    if (!store) return runs;
     for (const auto& id : ids) {
-        if (const auto envelope = store ? load(*store, id) : nullptr)
-            runs.push_back(std::make_shared<EnvelopeRun>(id, *envelope, cancellations()));
+        const auto envelope = store->defaultContext().objectWithID<NVMCDEnvelopeDefinition>(id);
+        // One that cannot be read takes its turn too, and fails with the reason.
+        if (!envelope || *envelope)
+            runs.push_back(std::make_shared<EnvelopeRun>(
+                id, envelope ? **envelope : NVMCDEnvelopeDefinition(), cancellations()));
     }
     return runs;
 }

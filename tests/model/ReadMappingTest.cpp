@@ -44,10 +44,14 @@ TEST_F(ReadMapping, StoredTextsBecomeNumbers) {
     NVMCDTab stored;
     stored.anchorXOffset = "-12";
     stored.anchorYOffset = "twelve";
+    stored.tabOrder = 2.5;
     stored.locked = 1;
     const NVMText text(stored);
     EXPECT_EQ(text.anchorXOffset, -12);
     EXPECT_EQ(text.anchorYOffset, std::nullopt);
+    EXPECT_EQ(text.tabOrder, 2.5);
+    stored.anchorYOffset = "-7.5";
+    EXPECT_EQ(NVMText(stored).anchorYOffset, -7) << "a whole number";
     EXPECT_TRUE(text.locked);
     EXPECT_EQ(text.frame, nullptr);
     EXPECT_EQ(text.tabType, NVMTabTypeText);

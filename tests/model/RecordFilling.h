@@ -2,6 +2,8 @@
 
 #include <norvane/record/Record.h>
 
+#include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -60,14 +62,18 @@ class RecordFiller {
     std::int64_t last_ = 0;
 };
 
+using FieldFilter = std::function<bool(const RecordType&, const Field&)>;
+
 /// The names of the fields in which two records of a type differ, with those of the records that own them
-/// ("signers.tabs.textTabs.value"); a name once.
+/// ("signers.tabs.textTabs.value"); a name once. Fields that the filter finds, if there is one, are passed
+/// over.
 inline void collectDifferences(const RecordType& type, const void* a, const void* b, const std::string& path,
-                               std::vector<std::string>& names) {
+                               const FieldFilter& passesOver, std::vector<std::string>& names) {
     const auto add = [&](const std::string& name) {
         if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
     };
     for (const Field& field : type.fields()) {
+        if (passesOver && passesOver(type, field)) continue;
         const std::string name = path + std::string(field.name);
         if (!field.reference) {
             if (valueOf(field, a) != valueOf(field, b)) add(name);
@@ -81,14 +87,14 @@ inline void collectDifferences(const RecordType& type, const void* a, const void
         }
         for (std::size_t i = 0; i < count; ++i)
             collectDifferences(access.type(), access.at(field.in(a), i), access.at(field.in(b), i),
-                               name + ".", names);
+                               name + ".", passesOver, names);
     }
 }
 
 template <class T>
-std::vector<std::string> differences(const T& a, const T& b) {
+std::vector<std::string> differences(const T& a, const T& b, const FieldFilter& passesOver = {}) {
     std::vector<std::string> names;
-    collectDifferences(T::type(), &a, &b, "", names);
+    collectDifferences(T::type(), &a, &b, "", passesOver, names);
     return names;
 }
 

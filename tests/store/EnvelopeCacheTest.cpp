@@ -116,8 +116,8 @@ TEST_F(EnvelopeCacheTest, FinishingASigningReplacesTheEarlierCopyInOneSave) {
         {}, [&](const Notification&) { sawBoth = sawBoth || Handler::cachedEnvelopeIds().size() != 1; });
     ASSERT_EQ(finish(finished), std::nullopt);
     EXPECT_FALSE(sawBoth) << "neither none nor two at any time";
-    EXPECT_EQ(log.names(), (std::vector<std::string>{std::string(NVMEnvelopeUncachedNotification),
-                                                     std::string(NVMRecordMetaDataDidAddNotification),
+    EXPECT_EQ(log.names(), (std::vector<std::string>{std::string(NVMRecordMetaDataDidAddNotification),
+                                                     std::string(NVMEnvelopeUncachedNotification),
                                                      std::string(NVMEnvelopeCachedNotification)}));
     EXPECT_EQ(log.first(NVMEnvelopeUncachedNotification),
               (Dictionary{{"envelopeId", earlier}, {"templateId", "template-1"}}));
@@ -147,15 +147,20 @@ TEST_F(EnvelopeCacheTest, UpdatingKeepsThePlaceInLine) {
     auto changed = envelope();
     changed.envelopeId = id;
     changed.emailSubject = "Another subject";
+    changed.transactionId = "another";
+    changed.envelopeTemplateDefinition->templateId = "another";
     changed.recipients->addRecipient(signer("2"));
     NotificationLog log;
     ASSERT_EQ(result([&](auto completion) { Handler::updateCachedEnvelope(changed, std::move(completion)); }),
               std::nullopt);
-    EXPECT_EQ(log.first(NVMEnvelopeCachedNotification).at("envelopeId"), Value(id));
+    EXPECT_EQ(log.names(), std::vector<std::string>{std::string(NVMEnvelopeCachedNotification)});
+    EXPECT_EQ(log.first(NVMEnvelopeCachedNotification),
+              (Dictionary{{"envelopeId", id}, {"templateId", "template-1"}}));
     const auto row = stored(id);
     EXPECT_EQ(row->emailSubject, "Another subject");
     EXPECT_EQ(row->recipients->signers->size(), 2u);
     EXPECT_EQ(row->transactionId, id);
+    EXPECT_EQ(row->templateId, "template-1");
     EXPECT_EQ(row->syncPending, 1);
     EXPECT_EQ(row->syncFailureReason, "no network");
     EXPECT_EQ(row->pendingSyncRetriesCount(), 1);
@@ -180,8 +185,46 @@ TEST_F(EnvelopeCacheTest, DraftsAreToldFromEnvelopes) {
     Handler::removeCachedEnvelopes();
     EXPECT_EQ(log.count(NVMEnvelopeUncachedNotification), 1u) << "of the one that is no draft";
     EXPECT_EQ(log.first(NVMEnvelopeUncachedNotification), (Dictionary{{"envelopeId", sent}}));
-    EXPECT_TRUE(rowCounts().empty());
+    EXPECT_EQ(rowCounts(), (std::map<std::string, std::string>{{"NVMCDCacheMetaData", "2"}}))
+        << "that they were kept once stays on record";
     EXPECT_TRUE(filesIn("ed").empty());
+}
+
+TEST_F(EnvelopeCacheTest, RemovingTellsTheTemplateAndMayKeepTheDocuments) {
+    const auto first = cached(envelope()), second = cached(envelope());
+    NotificationLog log;
+    bool wasThere = true;
+    const auto observer = platform().notifications->addObserver(
+        std::string(NVMEnvelopeUncachedNotification),
+        [&](const Notification&) { wasThere = stored(first) != nullptr; });
+    Handler::removeCachedEnvelopeWithId(first, true);
+    EXPECT_FALSE(wasThere);
+    EXPECT_EQ(filesIn("ed").size(), 2u);
+    EXPECT_EQ(log.first(NVMEnvelopeUncachedNotification),
+              (Dictionary{{"envelopeId", first}, {"templateId", "template-1"}}));
+    Handler::removeCachedEnvelopeWithId(second);
+    EXPECT_EQ(filesIn("ed").size(), 1u);
+    Handler::removeCachedEnvelopeWithId(second);
+    EXPECT_EQ(log.count(NVMEnvelopeUncachedNotification), 2u) << "nothing was there to remove";
+}
+
+TEST_F(EnvelopeCacheTest, AnEnvelopeWithoutStatusIsNoDraft) {
+    const auto id = cached(envelope());
+    const auto row = stored(id);
+    row->status.reset();
+    context().updateAttributes(row, {"status"});
+    ASSERT_EQ(context().save(), std::nullopt);
+    EXPECT_EQ(Handler::cachedEnvelopeIds(), std::vector<std::string>{id});
+    EXPECT_EQ(Handler::cachedEnvelopes().size(), 1u);
+    EXPECT_EQ(Handler::cachedDraftEnvelopeCount(), 0u);
+}
+
+TEST_F(EnvelopeCacheTest, ADamagedEnvelopeHidesNoOther) {
+    const auto damaged = cached(envelope()), sound = cached(envelope());
+    query("UPDATE NVMCDTab SET value = 'forged' WHERE _id = (SELECT min(_id) FROM NVMCDTab)");
+    ASSERT_EQ(Handler::cachedEnvelopes().size(), 1u);
+    EXPECT_EQ(Handler::cachedEnvelopes().front()->envelopeId, sound);
+    EXPECT_FALSE(Handler::cachedEnvelopeById(damaged));
 }
 
 TEST_F(EnvelopeCacheTest, RecordsAreFoundByEitherIdentifierIgnoringCase) {
@@ -197,90 +240,9 @@ TEST_F(EnvelopeCacheTest, RecordsAreFoundByEitherIdentifierIgnoringCase) {
     };
     EXPECT_TRUE(find("from-the-service"));
     EXPECT_TRUE(find(id));
-    EXPECT_FALSE(find("%"));
-}
-
-TEST_F(EnvelopeCacheTest, PiecesOfAnEnvelopeAreChangedInPlace) {
-    const auto id = cached(envelope());
-    auto key = envelope();
-    key.envelopeId = id;
-    std::shared_ptr<NVMEnvelopeDefinition> now;
-    NotificationLog log;
-
-    auto newcomer = signer("");
-    newcomer->recipientId.reset();
-    ASSERT_EQ(
-        updated([&](auto done) { Handler::updateCachedEnvelopeAddOrUpdateRecipient(key, newcomer, done); },
-                &now),
-        std::nullopt);
-    EXPECT_TRUE(isUuidString(newcomer->recipientId.value_or("")));
-    ASSERT_EQ(now->recipients->signers->size(), 2u);
-    EXPECT_EQ(log.first(NVMEnvelopeUpdatedNotification),
-              (Dictionary{{"envelopeId", id}, {"templateId", "template-1"}}));
-
-    ASSERT_EQ(
-        updated([&](auto done) { Handler::updateCachedEnvelopeMoveRecipient(key, *newcomer, 1, 0, done); },
-                &now),
-        std::nullopt);
-    EXPECT_EQ(now->recipients->signers->front()->recipientId, newcomer->recipientId);
-
-    auto inPerson = std::make_shared<NVMInPersonSigner>();
-    inPerson->recipientId = "1";
-    inPerson->signerName = "Bob";
-    ASSERT_EQ(
-        updated([&](auto done) { Handler::updateCachedEnvelopeAddOrUpdateRecipient(key, inPerson, done); },
-                &now),
-        std::nullopt);
-    EXPECT_EQ(now->recipients->signers->size(), 1u);
-    ASSERT_EQ(now->recipients->inPersonSigners->size(), 1u);
-    EXPECT_EQ(now->recipients->inPersonSigners->front()->tabs->textTabs->front()->tabId, "tab-1")
-        << "keeps its tabs";
-
-    auto box = std::make_shared<NVMCheckbox>();
-    box->tabId = "box";
-    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerAddOrUpdateTab(*inPerson, box, done); }),
-              std::nullopt);
-    box->selected = true;
-    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerAddOrUpdateTab(*inPerson, box, done); }, &now),
-              std::nullopt);
-    ASSERT_EQ(now->recipients->inPersonSigners->front()->tabs->checkboxTabs->size(), 1u);
-    EXPECT_TRUE(now->recipients->inPersonSigners->front()->tabs->checkboxTabs->front()->selected);
-    ASSERT_EQ(updated([&](auto done) { Handler::updateSignerRemoveTab(*inPerson, *box, done); }),
-              std::nullopt);
-    EXPECT_FALSE(Handler::findTabWithId("box", context()));
-
-    ASSERT_EQ(updated([&](auto done) { Handler::updateCachedEnvelopeRemoveRecipient(key, *inPerson, done); }),
-              std::nullopt);
-    EXPECT_FALSE(Handler::findRecipientWithId("1", context()));
-    EXPECT_FALSE(Handler::findTabWithId("tab-1", context()));
-    EXPECT_TRUE(
-        updated([&](auto done) { Handler::updateCachedEnvelopeRemoveRecipient(key, *inPerson, done); }));
-    EXPECT_EQ(log.count(NVMEnvelopeUpdateFailedNotification), 1u);
-}
-
-TEST_F(EnvelopeCacheTest, DocumentsAreUpdatedAndRemovedWithTheirFiles) {
-    const auto id = cached(envelope());
-    auto key = envelope();
-    key.envelopeId = id;
-    std::shared_ptr<NVMEnvelopeDefinition> now;
-    ASSERT_EQ(updated([&](auto done) {
-                  Handler::updateCachedEnvelopeAddOrUpdateDocument(key, *document("2", "%PDF two"), done);
-              }),
-              std::nullopt);
-    ASSERT_EQ(updated(
-                  [&](auto done) {
-                      Handler::updateCachedEnvelopeUpdateDocuments(
-                          key, {document("1", "%PDF new"), document("9", "x")}, done);
-                  },
-                  &now),
-              std::nullopt);
-    ASSERT_EQ(now->documents->size(), 2u);
-    EXPECT_EQ(now->documents->front()->pdf->view(), "%PDF new");
-    EXPECT_EQ(filesIn("ed").size(), 2u);
-    Handler::removeCachedDocumentWithId("1", id, true);
-    EXPECT_FALSE(Handler::findDocumentWithId("1", id, context()));
-    EXPECT_TRUE(Handler::findTabsWithDocumentId("1", context()).empty());
-    EXPECT_EQ(filesIn("ed").size(), 1u);
+    for (const char* pattern : {"%", "FROM-THE-SERVIC_", "*", ""})
+        EXPECT_FALSE(find(pattern)) << pattern;
+    EXPECT_FALSE(Handler::findEnvelopeWithId("from-the-service", context())) << "finders compare literally";
 }
 
 TEST_F(EnvelopeCacheTest, WhatADeadWriterLeftIsClearedAtTheNextSetUp) {

@@ -56,6 +56,9 @@ class RandomTree {
         case FieldKind::Text:
             field.as<field::Text>(record) = chance(6) ? "" : text();
             break;
+        case FieldKind::Integer:
+            field.as<std::int64_t>(record) = std::int64_t(random_() % 2'000'000) - 1'000'000;
+            break;
         case FieldKind::Number:
             field.as<field::Number>(record) = chance(2) ? double(random_() % 2) : double(random_()) / 7 - 1e8;
             break;

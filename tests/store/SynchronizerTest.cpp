@@ -195,6 +195,18 @@ TEST_F(SynchronizerTest, ADamagedDocumentIsNeverSent) {
     EXPECT_EQ(one("SELECT count(*) FROM nv_uploadAttempt"), "0");
 }
 
+TEST_F(SynchronizerTest, AnEnvelopeThatCannotBeReadFailsAndTheNextIsTried) {
+    cached(envelope());
+    const auto second = cached(envelope());
+    query("UPDATE NVMCDTab SET value = 'forged' WHERE _id = (SELECT min(_id) FROM NVMCDTab)");
+    NotificationLog log;
+    sync();
+    EXPECT_EQ(service_->taken(), std::vector<std::string>{second});
+    EXPECT_EQ(log.count(NVMEnvelopeSyncingFailedNotification), 1u);
+    EXPECT_EQ(log.first(NVMEnvelopeSyncingStartedNotification).size(), 2u);
+    EXPECT_EQ(synchronizer_->pendingEnvelopeCount(), 1u) << "it stays";
+}
+
 TEST_F(SynchronizerTest, OneRunAtATime) {
     cached(envelope());
     NotificationLog log;

@@ -1,4 +1,5 @@
 #include "src/model/RecordConversion.h"
+#include "src/model/mapping/ImageTabFrame.h"
 
 #include <norvane/model/mapping/EnvelopeMapping.h>
 #include <norvane/store/NVMCDEnvelopes.h>
@@ -65,12 +66,19 @@ void mapDocuments(const NVMEnvelopeTemplate& envelope, NVMCDEnvelopeDefinition& 
     cdEnvelope.documents = std::move(documents);
 }
 
+/// Whose turn it is stands once, with the recipients.
+void keepTurn(std::int64_t order, NVMCDRecipients& cdRecipients) {
+    if (order != 0 && order != wholePoints(cdRecipients.currentRoutingOrder))
+        cdRecipients.currentRoutingOrder = static_cast<double>(order);
+}
+
 void finishEnvelope(const NVMEnvelopeTemplate& envelope, NVMCDEnvelopeDefinition& cdEnvelope) {
     mapDocuments(envelope, cdEnvelope);
-    cdEnvelope.useDisclosure = envelope.disclosureSetting != 0 ? 1 : 0;
+    cdEnvelope.useDisclosure = static_cast<double>(envelope.disclosureSetting);
     cdEnvelope.syncPendingUploadRetryCount = static_cast<double>(envelope.failedAttemptsToSync);
     if (envelope.envelopeTemplateDefinition)
         cdEnvelope.templateId = envelope.envelopeTemplateDefinition->templateId;
+    if (cdEnvelope.recipients) keepTurn(envelope.currentRoutingOrder, *cdEnvelope.recipients);
 }
 
 constexpr std::string_view kEnvelopeExceptions[] = {"documents"};

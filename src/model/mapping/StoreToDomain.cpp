@@ -61,8 +61,9 @@ void finishOfflineAttributes(const NVMCDOfflineAttributes& stored, NVMOfflineAtt
 }
 
 void finishEnvelope(const NVMCDEnvelopeDefinition& stored, NVMEnvelopeDefinition& envelope) {
-    envelope.disclosureSetting = stored.useDisclosure.value_or(0) != 0 ? 1 : 0;
+    envelope.disclosureSetting = wholePoints(stored.useDisclosure);
     envelope.failedAttemptsToSync = wholePoints(stored.syncPendingUploadRetryCount);
+    if (stored.recipients) envelope.currentRoutingOrder = wholePoints(stored.recipients->currentRoutingOrder);
     if (!stored.templateId) return;
     envelope.envelopeTemplateDefinition = std::make_shared<NVMEnvelopeTemplateDefinition>();
     envelope.envelopeTemplateDefinition->templateId = stored.templateId;

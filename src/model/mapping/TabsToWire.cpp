@@ -134,7 +134,7 @@ std::shared_ptr<NVESTabs> wireTabs(const NVMCDTabs& stored) {
         for (const auto& tab : **list)
             addTab(*tab, *tabs);
     }
-    if (!stored.radioGroupTabs) return tabs;
+    if (!stored.radioGroupTabs || stored.radioGroupTabs->empty()) return tabs;
     tabs->radioGroupTabs.emplace();
     for (const auto& group : *stored.radioGroupTabs)
         tabs->radioGroupTabs->push_back(tabToWire().make<NVESRadioGroup>(*group));
