@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "EnvelopeRecordCommands.h"
 #include "SyncRun.h"
 
 #include <norvane/platform/DateFormat.h>
@@ -48,21 +49,6 @@ std::optional<EnvelopeSummary> find(const std::string& id) {
     return std::nullopt;
 }
 
-NVMError notFound(const std::string& id) {
-    return NVMError::make("norvane.command", 0, "No envelope " + id + " on this device.",
-                          "ENVELOPE_NOT_FOUND");
-}
-
-void show(Context& context, const std::string& id) {
-    if (context.failed(openKit())) return;
-    const auto envelope = find(id);
-    if (!envelope) {
-        context.failed(notFound(id));
-        return;
-    }
-    context.output().result(describe(*envelope), {line(*envelope)});
-}
-
 void remove(Context& context, const std::string& id, bool all, bool force) {
     if (context.failed(openKit())) return;
     NVMEnvelopesManager manager;
@@ -70,7 +56,7 @@ void remove(Context& context, const std::string& id, bool all, bool force) {
     if (!all) {
         auto envelope = find(id);
         if (!envelope) {
-            context.failed(notFound(id));
+            context.failed(envelopeNotFound(id));
             return;
         }
         chosen = {std::move(*envelope)};
@@ -101,7 +87,7 @@ void remove(Context& context, const std::string& id, bool all, bool force) {
 void sync(Context& context, const std::string& id) {
     if (context.failed(openKit())) return;
     if (!id.empty() && !find(id)) {
-        context.failed(notFound(id));
+        context.failed(envelopeNotFound(id));
         return;
     }
     const SyncOutcome outcome = runSync(id);
@@ -134,10 +120,7 @@ void addEnvelopeCommands(CLI::App& program, Context& context) {
         bool all = false;
         bool force = false;
     };
-    auto shown = std::make_shared<Arguments>();
-    auto* showCommand = envelopes->add_subcommand("show", "One of them");
-    showCommand->add_option("ID", shown->id, "Envelope or transaction id")->required();
-    showCommand->callback([&context, shown] { show(context, shown->id); });
+    addEnvelopeRecordCommands(*envelopes, context);
 
     auto removed = std::make_shared<Arguments>();
     auto* removeCommand = envelopes->add_subcommand("remove", "Removes envelopes with their files");

@@ -9,6 +9,8 @@
 
 #include <rapidcheck.h>
 
+#include <cstdlib>
+
 namespace norvane {
 namespace {
 
@@ -36,6 +38,7 @@ bool isImageFrame(const RecordType& type, const Field& field) {
 }
 
 TEST_F(EnvelopeRoundTrip, AnEnvelopeComesBackAsItWasPutIn) {
+    ::setenv("RC_PARAMS", "max_success=25", 0); // the caller's word counts
     const bool holds = rc::check([this](unsigned seed) {
         const auto envelope = RandomTree(seed).make<NVMEnvelopeDefinition>();
         const auto read = saved(*envelope, context());
