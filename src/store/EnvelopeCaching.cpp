@@ -79,9 +79,10 @@ Failure insertEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {
 
 /// Takes the earlier copy out; its files stay as far as the finished envelope names them.
 void replaceEarlier(EnvelopeSave& save, ManagedObjectContext& context) {
-    removeEnvelope(context, *save.earlier, false);
-    forgetCaching(context, *save.earlier);
-    if (save.earlier->transactionId != save.transactionId) forgetUpload(context, *save.earlier);
+    removeEnvelope(context, save.earlier->objectID, false);
+    forgetCaching(context, save.earlier->envelopeId);
+    forgetCaching(context, save.earlier->transactionId);
+    if (save.earlier->transactionId != save.transactionId) forgetUpload(context, save.earlier->transactionId);
 }
 
 Failure updateEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {

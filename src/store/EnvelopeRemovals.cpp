@@ -18,6 +18,11 @@ namespace {
 
 using Match = FetchRequest::Match;
 
+std::optional<std::string> textOf(const Value& value) {
+    const auto* text = value.asString();
+    return text ? std::optional(*text) : std::nullopt;
+}
+
 /// Every stored envelope's files, drafts' too.
 std::vector<std::string> envelopeFiles(const ManagedObjectContext& context) {
     std::vector<std::string> paths;
@@ -44,13 +49,15 @@ void NVMEnvelopesHandler::removeCachedEnvelopeWithId(const std::string& envelope
 
 void NVMEnvelopesHandler::removeCachedEnvelopeWithId(const std::string& envelopeId, bool preserveDocuments,
                                                      ManagedObjectContext& context) {
-    const auto envelope = findEnvelopeWithId(envelopeId, context);
-    if (!envelope) return;
-    removeEnvelope(context, *envelope, preserveDocuments);
-    forgetUpload(context, *envelope);
+    const auto request =
+        NVMCDEnvelopeDefinition::fetchRequest().where("envelopeId", Match::Equal, envelopeId).limitTo(1);
+    const auto ids = context.fetchIDs(request);
+    const auto rows = context.fetchProperties(request, {NVMTransactionIdKey, NVMTemplateIdKey});
+    if (!ids || ids->empty() || !rows || rows->empty()) return;
+    removeEnvelope(context, ids->front(), preserveDocuments);
+    forgetUpload(context, textOf(rows->front()[0]));
     if (context.save()) return;
-    if (const auto store = context.store()) store->scrub();
-    postNotification(NVMEnvelopeUncachedNotification, cacheUserInfo(envelopeId, envelope->templateId));
+    postNotification(NVMEnvelopeUncachedNotification, cacheUserInfo(envelopeId, textOf(rows->front()[1])));
 }
 
 void NVMEnvelopesHandler::removeCachedDocumentWithId(const std::string& documentId,
@@ -83,7 +90,6 @@ void NVMEnvelopesHandler::removeCachedEnvelopes() {
     // Not the whole folder: a save that is under way elsewhere may have written its files already.
     FileJournal::removeUnknown(*store, kEnvelopeDocumentsFolder);
     NVM_deleteAllDocumentThumbnails();
-    store->scrub();
     for (const auto& id : ids)
         postNotification(NVMEnvelopeUncachedNotification, cacheUserInfo(id, std::nullopt));
 }

@@ -6,6 +6,7 @@
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMCDCacheMetaData.h>
+#include <norvane/store/NVMCDEnvelopes.h>
 #include <norvane/store/NVMEnvelopeCachingPolicy.h>
 #include <norvane/store/NVMRecordCacher.h>
 #include <norvane/store/ObjectStore.h>
@@ -43,16 +44,14 @@ Failure NVMRecordCacher::disableCachingForRecordWithID(const std::string& record
     if (!store) return storeNotOpen();
     const auto envelope = NVMEnvelopeCachingPolicy::cachedRecordFromLocalStorageForId(recordId);
     const auto error = store->saveAndWait([&](ManagedObjectContext& context) -> Failure {
-        context.removeMatching(
-            NVMCDCacheMetaData::cachePredicateForURI(recordId, cachingDelegate_->cachingIdentifier()));
+        forgetCaching(context, recordId);
         if (envelope) {
-            removeEnvelope(context, *envelope, false);
-            forgetUpload(context, *envelope);
+            removeEnvelope(context, envelope->objectID, false);
+            forgetUpload(context, envelope->transactionId);
         }
         return std::nullopt;
     });
     if (error) return error;
-    store->scrub();
     postNotification(NVMEnvelopeStatusDidChangeNotification,
                      userInfoForRecord(envelope.get(), recordId, NVMCacheDidRemoveStatus));
     return std::nullopt;

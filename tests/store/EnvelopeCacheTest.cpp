@@ -220,11 +220,15 @@ TEST_F(EnvelopeCacheTest, AnEnvelopeWithoutStatusIsNoDraft) {
 }
 
 TEST_F(EnvelopeCacheTest, ADamagedEnvelopeHidesNoOther) {
+    log_->expect("left out of a list");
     const auto damaged = cached(envelope()), sound = cached(envelope());
     query("UPDATE NVMCDTab SET value = 'forged' WHERE _id = (SELECT min(_id) FROM NVMCDTab)");
     ASSERT_EQ(Handler::cachedEnvelopes().size(), 1u);
     EXPECT_EQ(Handler::cachedEnvelopes().front()->envelopeId, sound);
     EXPECT_FALSE(Handler::cachedEnvelopeById(damaged));
+    Handler::removeCachedEnvelopeWithId(damaged);
+    EXPECT_EQ(Handler::cachedEnvelopeIds(), std::vector<std::string>{sound});
+    EXPECT_EQ(filesIn("ed").size(), 1u);
 }
 
 TEST_F(EnvelopeCacheTest, RecordsAreFoundByEitherIdentifierIgnoringCase) {
