@@ -34,13 +34,14 @@ std::string line(const EnvelopeSummary& envelope) {
 
 void list(Context& context) {
     if (context.failed(openKit())) return;
-    Array document;
-    std::vector<std::string> lines;
-    for (const EnvelopeSummary& envelope : NVMEnvelopesManager::cachedEnvelopeSummaries()) {
-        document.push_back(describe(envelope));
-        lines.push_back(line(envelope));
-    }
-    context.output().result(document, lines);
+    ListOutput output(context.output());
+    const auto error = NVMEnvelopesManager::eachCachedEnvelopeSummary([&](const EnvelopeSummary& envelope) {
+        output.add(context.options.json ? Value(describe(envelope)) : Value(), line(envelope));
+        return true;
+    });
+    output.end();
+    if (error) context.exit = Exit::KitError;
+    if (error) Output(false).error(*error); // standard output has its document already
 }
 
 std::optional<EnvelopeSummary> find(const std::string& id) {

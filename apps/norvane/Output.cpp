@@ -43,6 +43,19 @@ Value Output::describe(const NVMError& error) {
         {"domain", error.domain}, {"code", error.code}, {"description", description}, {"reason", reason}};
 }
 
+void ListOutput::add(const Value& element, const std::string& line) {
+    if (json_)
+        std::cout << (isEmpty_ ? "[\n" : ",\n") << writeJson(element, true);
+    else
+        std::cout << line << '\n';
+    isEmpty_ = false;
+}
+
+void ListOutput::end() const {
+    if (json_) std::cout << (isEmpty_ ? "[]\n" : "\n]\n");
+    std::cout.flush();
+}
+
 Progress::Progress(std::string title, std::size_t total)
     : title_(std::move(title))
     , total_(total)

@@ -32,6 +32,19 @@ class Output {
     bool json_;
 };
 
+/// An answer that is a list, printed as it comes: it need not fit into memory.
+class ListOutput {
+  public:
+    explicit ListOutput(const Output& output)
+        : json_(output.isJson()) {}
+    void add(const Value& element, const std::string& line);
+    void end() const;
+
+  private:
+    const bool json_;
+    bool isEmpty_ = true;
+};
+
 /// A bar on standard error, drawn only when that is a terminal; erased at the end.
 class Progress {
   public:

@@ -133,6 +133,12 @@ std::vector<EnvelopeSummary> NVMEnvelopesManager::cachedEnvelopeSummaries() {
     return NVMEnvelopesHandler::cachedEnvelopeSummaries();
 }
 
+Failure
+NVMEnvelopesManager::eachCachedEnvelopeSummary(const std::function<bool(const EnvelopeSummary&)>& take) {
+    if (!NVM_isSetupAndLoginSuccessful()) return std::nullopt;
+    return NVMEnvelopesHandler::eachCachedEnvelopeSummary(take);
+}
+
 bool NVMEnvelopesManager::hasCachedDraftEnvelope() const {
     return NVMEnvelopesHandler::cachedDraftEnvelopeCount() > 0;
 }

@@ -5,6 +5,7 @@
 #include "src/store/StoreFile.h"
 
 #include <SQLiteCpp/Column.h>
+#include <sqlite3.h>
 
 #include <memory>
 #include <set>
@@ -106,7 +107,9 @@ void copyEverything(Connection& connection, const std::function<void(double)>& p
 /// Brings the journal into the file and does away with it, so that the file alone is the store.
 void foldJournal(const std::filesystem::path& store) {
     Connection connection(store, Connection::Use::Writing);
-    connection.run("PRAGMA journal_mode = DELETE");
+    const std::string mode = connection.database().execAndGet("PRAGMA journal_mode = DELETE").getString();
+    // A journal that stays would be taken for the new store's.
+    if (mode != "delete") throw SQLite::Exception("the earlier store is in use", SQLITE_BUSY);
 }
 
 void expectSound(Connection& connection) {

@@ -4,6 +4,7 @@
 #include <norvane/store/StoreInspection.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
@@ -38,7 +39,8 @@ TEST_F(StoreInspectionTest, FindsNothingInWhatTheKitItselfDid) {
     EXPECT_EQ(statistics->envelopes, 1u);
     EXPECT_EQ(statistics->waitingForUpload, 1u);
     EXPECT_EQ(statistics->documentBytes, 8u);
-    EXPECT_EQ(statistics->envelopesByStatus, (std::vector<std::pair<std::string, std::size_t>>{{"completed", 1}}));
+    EXPECT_EQ(statistics->envelopesByStatus,
+              (std::vector<std::pair<std::string, std::size_t>>{{"completed", 1}}));
 }
 
 TEST_F(StoreInspectionTest, FindsWhatIsWrongWithFiles) {
@@ -81,8 +83,7 @@ int writeFilesForEver(const std::vector<std::string>& arguments) {
         return 4;
     std::ofstream(Platform::current().files->temporaryFolder() / "download-abcdef") << "half";
     std::cout << "written" << std::endl;
-    std::string line;
-    std::getline(std::cin, line); // ended there by a signal
+    pause(); // until the test ends it
     return 0;
 }
 

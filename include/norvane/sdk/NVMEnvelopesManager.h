@@ -74,6 +74,8 @@ class NVMEnvelopesManager {
     std::vector<std::string> cachedEnvelopeIds() const;
     /// What a list shows, drafts too.
     static std::vector<EnvelopeSummary> cachedEnvelopeSummaries();
+    /// The same one by one, until `take` answers no; see NVMEnvelopesHandler.
+    static Failure eachCachedEnvelopeSummary(const std::function<bool(const EnvelopeSummary&)>& take);
     /// Answers before sign-in too.
     bool hasCachedDraftEnvelope() const;
 

@@ -86,6 +86,9 @@ class NVMEnvelopesHandler {
     static std::shared_ptr<NVMEnvelopeDefinition> cachedEnvelopeById(const std::string& envelopeId);
     static std::vector<std::string> cachedEnvelopeIds();           ///< no drafts
     static std::vector<EnvelopeSummary> cachedEnvelopeSummaries(); ///< drafts too
+    /// The same one by one, without holding them all: `take` is called on this thread, in their order, with
+    /// no lock of the store held, until it answers no. What changes meanwhile may show or not.
+    static Failure eachCachedEnvelopeSummary(const std::function<bool(const EnvelopeSummary&)>& take);
     static std::size_t cachedDraftEnvelopeCount();
     static FetchRequest nonDraftCachedEnvelopesFetchRequest();
     static FetchRequest draftCachedEnvelopesFetchRequest();
