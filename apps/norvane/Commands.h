@@ -31,6 +31,8 @@ void addTemplateCommands(CLI::App& program, Context& context);
 void addSignCommand(CLI::App& program, Context& context);
 void addEnvelopeCommands(CLI::App& program, Context& context);
 void addConfigCommands(CLI::App& program, Context& context);
+void addApiCommand(CLI::App& program, Context& context);
+void addRecordsCommand(CLI::App& program, Context& context);
 void addQueryCommand(CLI::App& program, Context& context);
 void addValidateCommand(CLI::App& program, Context& context);
 

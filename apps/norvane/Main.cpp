@@ -65,6 +65,8 @@ int main(int argc, char** argv) {
     addSignCommand(program, context);
     addEnvelopeCommands(program, context);
     addConfigCommands(program, context);
+    addApiCommand(program, context);
+    addRecordsCommand(program, context);
     addQueryCommand(program, context);
     addValidateCommand(program, context);
     try {
