@@ -1,7 +1,4 @@
-#include <norvane/api/NVESAccounts.h>
-#include <norvane/api/NVESEnvelopes.h>
 #include <norvane/api/NVESErrors.h>
-#include <norvane/api/NVESTemplates.h>
 #include <norvane/api/RecordJson.h>
 
 #include <cstddef>
@@ -31,9 +28,21 @@ void checkRoundTrip(const RecordType& type, std::string_view json) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view json(reinterpret_cast<const char*>(data), size);
-    checkRoundTrip(norvane::NVESEnvelopeTemplate::type(), json);
-    checkRoundTrip(norvane::NVESText::type(), json);
-    checkRoundTrip(norvane::NVESAccountInformation::type(), json);
-    checkRoundTrip(norvane::NVESListCustomField::type(), json);
+    // The families: templates, definitions, envelopes, recipients, tabs, accounts, what passes through, lists
+    // of plain texts.
+    static const char* const names[] = {"NVESEnvelopeTemplate",
+                                        "NVESEnvelopeDefinition",
+                                        "NVESEnvelopesInformation",
+                                        "NVESEnvelopeTemplateResults",
+                                        "NVESRecipients",
+                                        "NVESTabs",
+                                        "NVESLoginInformation",
+                                        "NVESAccountInformation",
+                                        "NVESFolderItemsResponse",
+                                        "NVESListCustomField",
+                                        "NVESText",
+                                        "NVESRecipientsUpdateSummary"};
+    for (const char* const name : names)
+        checkRoundTrip(*norvane::wireRecordType(name), json);
     return 0;
 }

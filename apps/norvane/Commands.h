@@ -32,6 +32,8 @@ void addSignCommand(CLI::App& program, Context& context);
 void addEnvelopeCommands(CLI::App& program, Context& context);
 void addStoreCommands(CLI::App& program, Context& context);
 void addConfigCommands(CLI::App& program, Context& context);
+void addApiCommand(CLI::App& program, Context& context);
+void addRecordsCommand(CLI::App& program, Context& context);
 void addQueryCommand(CLI::App& program, Context& context);
 void addValidateCommand(CLI::App& program, Context& context);
 

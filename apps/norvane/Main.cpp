@@ -66,6 +66,8 @@ int main(int argc, char** argv) {
     addEnvelopeCommands(program, context);
     addStoreCommands(program, context);
     addConfigCommands(program, context);
+    addApiCommand(program, context);
+    addRecordsCommand(program, context);
     addQueryCommand(program, context);
     addValidateCommand(program, context);
     try {

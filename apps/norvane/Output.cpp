@@ -8,6 +8,43 @@
 
 namespace norvane::cli {
 
+namespace {
+
+/// JSON text with a line for each member and element.
+std::string indented(std::string_view json) {
+    std::string result;
+    std::size_t depth = 0;
+    const auto newLine = [&] { result.append("\n").append(2 * depth, ' '); };
+    for (std::size_t at = 0; at < json.size(); ++at) {
+        const char c = json[at];
+        const bool isEmpty = at + 1 < json.size() && (json[at + 1] == '}' || json[at + 1] == ']');
+        if (c == '"') {
+            const std::size_t start = at;
+            for (++at; at < json.size() && json[at] != '"'; ++at)
+                if (json[at] == '\\') ++at;
+            result += json.substr(start, at + 1 - start);
+        } else if ((c == '{' || c == '[') && !isEmpty) {
+            result += c;
+            ++depth;
+            newLine();
+        } else if ((c == '}' || c == ']') && depth > 0 && json[at - 1] != '{' && json[at - 1] != '[') {
+            --depth;
+            newLine();
+            result += c;
+        } else if (c == ',') {
+            result += c;
+            newLine();
+        } else if (c == ':') {
+            result += ": ";
+        } else if (c != ' ' && c != '\n' && c != '\r' && c != '\t') {
+            result += c;
+        }
+    }
+    return result;
+}
+
+} // namespace
+
 void Output::result(const Value& document, const std::vector<std::string>& lines) const {
     if (json_) {
         std::cout << writeJson(document, true) << '\n';
@@ -15,6 +52,11 @@ void Output::result(const Value& document, const std::vector<std::string>& lines
         for (const std::string& line : lines)
             std::cout << line << '\n';
     }
+    std::cout.flush();
+}
+
+void Output::json(const std::string& text) const {
+    std::cout << (json_ ? text : indented(text)) << '\n';
     std::cout.flush();
 }
 

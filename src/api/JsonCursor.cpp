@@ -33,7 +33,9 @@ std::string& bufferOfThread() {
     return buffer;
 }
 
-std::string withLongIntegersMarked(std::string_view text) {
+/// The text with `change` applied to each number outside of strings.
+template <class Change>
+std::string withNumbers(std::string_view text, Change change) {
     std::string result;
     result.reserve(text.size() + 64);
     for (std::size_t at = 0; at < text.size();) {
@@ -45,16 +47,31 @@ std::string withLongIntegersMarked(std::string_view text) {
             result.append(text.substr(at, end - at));
         } else if (kNumberCharacters.find(text[at]) != std::string_view::npos) {
             end = std::min(text.find_first_not_of(kNumberCharacters, at), text.size());
-            const std::string_view number = text.substr(at, end - at);
-            result.append(number);
-            if (number.size() > kLongestSafeInteger && number.find_first_of(".eE") == std::string_view::npos)
-                result.append(kLongIntegerMark);
+            change(text.substr(at, end - at), result);
         } else {
             result += text[end++];
         }
         at = end;
     }
     return result;
+}
+
+std::string withLongIntegersMarked(std::string_view text) {
+    return withNumbers(text, [](std::string_view number, std::string& result) {
+        result.append(number);
+        if (number.size() > kLongestSafeInteger && number.find_first_of(".eE") == std::string_view::npos)
+            result.append(kLongIntegerMark);
+    });
+}
+
+std::string_view withoutMark(std::string_view number) {
+    if (number.ends_with(kLongIntegerMark)) number.remove_suffix(kLongIntegerMark.size());
+    return number;
+}
+
+std::string withoutMarks(std::string_view text) {
+    return withNumbers(text,
+                       [](std::string_view number, std::string& result) { result += withoutMark(number); });
 }
 
 } // namespace
@@ -127,10 +144,8 @@ std::size_t JsonCursor::offsetOf(std::size_t token) const {
 
 std::string_view JsonCursor::spelling() const {
     const std::string_view rest = text_.substr(offsetOf(token_));
-    std::string_view token = rest.substr(0, rest.find_first_of(" \t\r\n,:]}"));
-    if (!withLongIntegers_.empty() && token.ends_with(kLongIntegerMark))
-        token.remove_suffix(kLongIntegerMark.size());
-    return token;
+    const std::string_view token = rest.substr(0, rest.find_first_of(" \t\r\n,:]}"));
+    return withLongIntegers_.empty() ? token : withoutMark(token);
 }
 
 std::string_view JsonCursor::passedText(dom::element value) {
@@ -139,6 +154,12 @@ std::string_view JsonCursor::passedText(dom::element value) {
     pass(value);
     const std::size_t end = isContainer ? offsetOf(token_ - 1) + 1 : offsetOf(token_);
     return text_.substr(start, std::max(end, start) - start);
+}
+
+std::string JsonCursor::passedSpelling(dom::element value) {
+    std::string_view text = passedText(value);
+    text = text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
+    return withLongIntegers_.empty() ? std::string(text) : withoutMarks(text);
 }
 
 } // namespace norvane

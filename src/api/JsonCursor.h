@@ -30,6 +30,8 @@ class JsonCursor {
     std::string_view spelling() const;
     /// Passes the value and gives its text; that of a string may have what follows it up to the next token.
     std::string_view passedText(simdjson::dom::element value);
+    /// Passes the value and gives its text, as it came.
+    std::string passedSpelling(simdjson::dom::element value);
 
   private:
     std::size_t offsetOf(std::size_t token) const;

@@ -1,34 +1,16 @@
-#include "src/api/Operation.h"
+#include "src/api/OfflineEnvelopeFiles.h"
+#include "src/api/OperationNames.h"
 
 #include <norvane/api/NVESConfiguration.h>
+#include <norvane/api/NVESEnvelopes.h>
 #include <norvane/api/NVESServiceApi.h>
+#include <norvane/api/RecordJson.h>
 #include <norvane/platform/NVMException.h>
+
+#include <algorithm>
 
 namespace norvane {
 namespace {
-
-/// The names in braces, in their order.
-std::vector<std::string> placeholders(std::string_view path) {
-    std::vector<std::string> names;
-    for (std::size_t open = path.find('{'); open != std::string_view::npos; open = path.find('{', open)) {
-        const std::size_t close = path.find('}', open);
-        names.emplace_back(path.substr(open + 1, close - open - 1));
-        open = close;
-    }
-    return names;
-}
-
-/// "includeAccountIdGuid" as "include_account_id_guid".
-std::string snakeCase(std::string_view name) {
-    std::string result;
-    for (const char c : name) {
-        if (c >= 'A' && c <= 'Z')
-            result.append({'_', static_cast<char>(c - 'A' + 'a')});
-        else
-            result += c;
-    }
-    return result;
-}
 
 void replaceFormat(std::string& path) {
     constexpr std::string_view kFormat = ".{format}";
@@ -37,6 +19,29 @@ void replaceFormat(std::string& path) {
 }
 
 std::string withBackquotes(std::string_view text) { return "`" + std::string(text) + "`"; }
+
+[[noreturn]] void refuseParameter(std::string_view problem, std::string_view parameter,
+                                  const NVESOperation& operation) {
+    throw NVMException("Invalid parameter", std::string(problem) + " " + withBackquotes(parameter) +
+                                                " when calling " + withBackquotes(operation.name));
+}
+
+[[noreturn]] void refuseMissing(std::string_view parameter, const NVESOperation& operation) {
+    refuseParameter("Missing the required parameter", parameter, operation);
+}
+
+/// The options that the parameters name; null when the operation takes none.
+std::shared_ptr<void> optionsFrom(const NVESOperation& operation, const NVESOperationArguments& arguments) {
+    const std::shared_ptr<void> options = operation.options ? operation.options().make() : nullptr;
+    const auto required = operation.requiredParameters();
+    for (const auto& [name, value] : arguments.parameters) {
+        if (std::find(required.begin(), required.end(), name) != required.end()) continue;
+        const Field* option = operation.options ? optionNamed(operation.options(), name) : nullptr;
+        if (!option) refuseParameter("Unknown parameter", name, operation);
+        option->as<field::Text>(options.get()) = value;
+    }
+    return options;
+}
 
 } // namespace
 
@@ -51,19 +56,16 @@ NVESRequest NVESServiceApi::makeRequest(const Operation& operation, const Argume
     NVESRequest request;
     request.path = operation.path;
     replaceFormat(request.path);
-    const auto names = placeholders(request.path);
+    const auto names = operation.requiredParameters();
     for (std::size_t index = 0; index < names.size(); ++index) {
         const Text* value = index < arguments.path.size() ? arguments.path[index] : nullptr;
-        if (!value || !*value)
-            throw NVMException("Invalid parameter", "Missing the required parameter " +
-                                                        withBackquotes(names[index]) + " when calling " +
-                                                        withBackquotes(operation.name));
+        if (!value || !*value) refuseMissing(names[index], operation);
         request.pathParams.emplace(names[index], **value);
     }
     if (arguments.options)
-        for (const Field& field : arguments.optionsType->fields())
+        for (const Field& field : operation.options().fields())
             if (hasValue(field, arguments.options))
-                request.queryParams.emplace(snakeCase(field.name), valueOf(field, arguments.options));
+                request.queryParams.emplace(queryName(field.name), valueOf(field, arguments.options));
 
     const NVESSanitizer& sanitizer = apiClient_->sanitizer();
     const std::string accept = sanitizer.selectHeaderAccept({"application/json"});
@@ -86,6 +88,45 @@ std::uint64_t NVESServiceApi::perform(const Operation& operation, const Argument
                                       NVESCompletion completion) const {
     const NVESRequest request = makeRequest(operation, arguments);
     return apiClient_->requestWithPath(request, std::move(completion));
+}
+
+std::uint64_t NVESServiceApi::performOfflineUpload(const Operation& operation, const Text& accountId,
+                                                   NVESEnvelopeDefinition& definition,
+                                                   NVESCompletion completion) const {
+    NVESRequest request = makeRequest(operation, {{&accountId}});
+    request.files = takeOfflineEnvelopeFiles(definition);
+    // The service knows the part by this name.
+    request.formParams.emplace("(null)", writeRecord(definition));
+    return apiClient()->envelopeCreateWithCompletionBlock(request, std::move(completion));
+}
+
+std::uint64_t NVESServiceApi::callOperation(const NVESOperation& operation,
+                                            const NVESOperationArguments& arguments,
+                                            NVESCompletion completion) const {
+    std::vector<Text> values;
+    for (const std::string_view name : operation.requiredParameters()) {
+        const auto found = arguments.parameters.find(name);
+        values.push_back(found == arguments.parameters.end() ? Text() : Text(found->second));
+    }
+    const std::shared_ptr<void> options = optionsFrom(operation, arguments);
+    Arguments given{.path = {}, .options = options.get()};
+    for (const Text& value : values)
+        given.path.push_back(&value);
+    if (operation.body.empty()) return perform(operation, given, std::move(completion));
+
+    NVESRequest request = makeRequest(operation, given);
+    if (arguments.body.empty()) refuseMissing("body", operation);
+    if (operation.body == "NSData")
+        return apiClient()->imageWithCompletionBlock(request, arguments.body, std::move(completion));
+    if (operation.contentType == "multipart/form-data") {
+        const auto definition = readRecord<NVESEnvelopeDefinition>(arguments.body.view());
+        if (!definition) return NVESApiClient::refuseRequest(definition.error(), std::move(completion));
+        (*definition)->DisableResponsiveDocument = "true";
+        setDocumentFiles(**definition, arguments.documents);
+        return performOfflineUpload(operation, values.front(), **definition, std::move(completion));
+    }
+    request.body = std::string(arguments.body.view());
+    return apiClient()->requestWithPath(request, std::move(completion));
 }
 
 NVESCompletion NVESServiceApi::untyped(NVESValueCompletion handler) {

@@ -17,6 +17,8 @@
 #include <norvane/sdk/NVMAccount.h>
 #include <norvane/sdk/NVMCredentials.h>
 
+#include <algorithm>
+
 namespace norvane {
 namespace {
 
@@ -226,6 +228,17 @@ std::uint64_t NVMApi::getSignatureForRecipientWithId(const Text& recipientId, co
             return service.getSignatureWithCompletionBlock(account.accountId, recipientId, forEnvelopeId,
                                                            std::move(handler));
         });
+}
+
+std::uint64_t NVMApi::callOperation(const NVESOperation& operation, NVESOperationArguments arguments,
+                                    NVESCompletion completionHandler) {
+    const auto call = [&](auto& service, auto& account, auto handler) {
+        const auto required = operation.requiredParameters();
+        if (account.accountId && std::find(required.begin(), required.end(), "accountId") != required.end())
+            arguments.parameters.emplace("accountId", *account.accountId);
+        return service.callOperation(operation, arguments, std::move(handler));
+    };
+    return withService<NVESAccountsApi>(std::move(completionHandler), call);
 }
 
 Dictionary NVMApi::setUpHeaders() {

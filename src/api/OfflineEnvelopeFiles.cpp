@@ -68,4 +68,13 @@ std::vector<NVESFileEntry> takeOfflineEnvelopeFiles(NVESEnvelopeDefinition& defi
     return files;
 }
 
+void setDocumentFiles(NVESEnvelopeDefinition& definition,
+                      const std::map<std::string, std::filesystem::path>& files) {
+    if (!definition.documents) return;
+    for (const auto& document : *definition.documents) {
+        const auto file = files.find(textOf(document->documentId));
+        if (file != files.end()) document->fileSandboxURL.text = file->second.string();
+    }
+}
+
 } // namespace norvane

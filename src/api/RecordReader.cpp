@@ -14,20 +14,6 @@ namespace {
 namespace dom = simdjson::dom;
 using dom::element_type;
 
-/// Whether the field travels at all, and under its own name.
-bool travelsByName(const Field& field) {
-    return field.kind != FieldKind::Local && field.kind != FieldKind::Rest &&
-           jsonKey(field.name).data() == field.name.data();
-}
-
-const Field* fieldForKey(const RecordType& type, std::string_view key) {
-    const Field* field = type.find(key);
-    if (field) return travelsByName(*field) ? field : nullptr;
-    for (const std::string_view renamed : {"_description", "varNewPassword"})
-        if (jsonKey(renamed) == key) return type.find(renamed);
-    return nullptr;
-}
-
 constexpr auto kTableOrder = [] {
     std::array<std::uint8_t, 256> numbers{};
     for (std::size_t number = 0; number < numbers.size(); ++number)
@@ -39,6 +25,19 @@ const Field* restField(const RecordType& type) {
     for (const Field& field : type.fields())
         if (field.kind == FieldKind::Rest) return &field;
     return nullptr;
+}
+
+/// Most texts are short, and a copy of a known size is cheaper than a call: the parser's own buffer has room
+/// to read beyond the end of any text in it.
+void setText(field::Text& text, std::string_view value) {
+    constexpr std::size_t kShort = 15;
+    static_assert(kShort < simdjson::SIMDJSON_PADDING);
+    if (value.size() > kShort) {
+        text.emplace(value);
+    } else {
+        text.emplace(value.data(), kShort);
+        text->resize(value.size());
+    }
 }
 
 std::string_view textOf(dom::element value) { return value.get_string().value_unsafe(); }
@@ -58,22 +57,24 @@ std::optional<double> decimalNumber(std::string_view text) {
 
 FieldOrder::FieldOrder(const RecordType& type)
     : type_(type)
+    , fields_(type.fields())
     , following_(kTableOrder) {}
 
-const Field* FieldOrder::find(std::string_view key) {
-    const auto fields = type_.fields();
-    const std::size_t expected = following_[last_];
-    if (expected < fields.size() && detail::sameName(fields[expected].name, key) &&
-        travelsByName(fields[expected])) {
-        last_ = expected + 1;
-        return &fields[expected];
-    }
-    const Field* field = fieldForKey(type_, key);
+const Field* FieldOrder::findElsewhere(std::string_view key) {
+    const Field* field = fieldForKey(key);
     if (!field) return nullptr;
-    const auto number = static_cast<std::size_t>(field - fields.data());
+    const auto number = static_cast<std::size_t>(field - fields_.data());
     following_[last_] = static_cast<std::uint8_t>(number);
     last_ = number + 1;
     return field;
+}
+
+const Field* FieldOrder::fieldForKey(std::string_view key) const {
+    const Field* field = type_.find(key);
+    if (field) return travelsByName(*field) ? field : nullptr;
+    for (const std::string_view renamed : {"_description", "varNewPassword"})
+        if (jsonKey(renamed) == key) return type_.find(renamed);
+    return nullptr;
 }
 
 Result<std::shared_ptr<void>> RecordReader::read(dom::element value, const RecordType& type) {
@@ -93,9 +94,10 @@ bool RecordReader::readRecord(dom::element value, FieldOrder& order, void* recor
         empty = false;
         cursor_.passTokens(2);
         const Field* field = order.find(member.key);
-        const bool read = field ? readMember(member.value, *field, record)
-                                : keepRest(member.key, member.value, order.type(), record);
-        if (!read) return failedIn(member.key);
+        if (!field)
+            keepRest(member.key, member.value, order.type(), record);
+        else if (!readMember(member.value, *field, record))
+            return failedIn(member.key);
         cursor_.passTokens(1);
     }
     if (empty) cursor_.passTokens(1);
@@ -111,7 +113,7 @@ bool RecordReader::readMember(dom::element value, const Field& field, void* reco
     case FieldKind::Text: {
         auto& text = field.as<field::Text>(record);
         if (!value.is_string()) return readText(value, text.emplace());
-        text.emplace(textOf(value));
+        setText(text, textOf(value));
         cursor_.passTokens(1);
         return true;
     }
@@ -233,15 +235,11 @@ bool RecordReader::readAny(dom::element value, Value& result) {
     return true;
 }
 
-/// What cannot be kept as it is, such as an object that names a key twice, is dropped.
-bool RecordReader::keepRest(std::string_view key, dom::element value, const RecordType& type, void* record) {
-    const Field* rest = restField(type);
-    Value kept;
-    if (!rest)
+void RecordReader::keepRest(std::string_view key, dom::element value, const RecordType& type, void* record) {
+    if (const Field* rest = restField(type))
+        rest->as<field::Rest>(record).members.emplace_back(key, cursor_.passedSpelling(value));
+    else
         cursor_.pass(value);
-    else if (readAny(value, kept))
-        rest->as<field::Rest>(record).members.emplace_back(key, std::move(kept));
-    return true;
 }
 
 bool RecordReader::mismatch(dom::element value, std::string_view type) {

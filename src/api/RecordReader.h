@@ -2,6 +2,7 @@
 
 #include "src/api/JsonCursor.h"
 
+#include <norvane/api/NVESObject.h>
 #include <norvane/platform/NVMError.h>
 #include <norvane/platform/Result.h>
 #include <norvane/record/Record.h>
@@ -9,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,11 +23,28 @@ class FieldOrder {
     explicit FieldOrder(const RecordType& type);
     const RecordType& type() const { return type_; }
     /// The field that travels under the key, or null.
-    const Field* find(std::string_view key);
+    const Field* find(std::string_view key) {
+        const std::size_t expected = following_[last_];
+        if (expected < fields_.size() && detail::sameName(fields_[expected].name, key) &&
+            travelsByName(fields_[expected])) {
+            last_ = expected + 1;
+            return &fields_[expected];
+        }
+        return findElsewhere(key);
+    }
     void startRecord() { last_ = 0; }
 
   private:
+    /// Whether the field travels at all, and under its own name.
+    static bool travelsByName(const Field& field) {
+        return field.kind != FieldKind::Local && field.kind != FieldKind::Rest &&
+               jsonKey(field.name).data() == field.name.data();
+    }
+    const Field* findElsewhere(std::string_view key);
+    const Field* fieldForKey(std::string_view key) const;
+
     const RecordType& type_;
+    const std::span<const Field> fields_;
     std::size_t last_ = 0;                    ///< one more than the last field's number; 0 before the first
     std::array<std::uint8_t, 256> following_; ///< by `last_`: the number of the field to expect
 };
@@ -47,7 +66,7 @@ class RecordReader {
     bool readNumber(simdjson::dom::element value, const Field& field, void* record);
     bool readList(simdjson::dom::element value, const Field& field, void* record);
     bool readAny(simdjson::dom::element value, Value& result);
-    bool keepRest(std::string_view key, simdjson::dom::element value, const RecordType& type, void* record);
+    void keepRest(std::string_view key, simdjson::dom::element value, const RecordType& type, void* record);
     bool mismatch(simdjson::dom::element value, std::string_view type);
     bool failedIn(std::string_view step);
 

@@ -203,10 +203,10 @@ void RecordWriter::writeList(const Field& field, const void* record) {
 }
 
 void RecordWriter::writeRest(const field::Rest& rest) {
-    for (const auto& [key, value] : rest.members) {
+    for (const auto& [key, json] : rest.members) {
         writeText(key);
         out_ += ':';
-        out_ += writeJson(value);
+        out_ += json;
         out_ += ',';
     }
 }

@@ -154,7 +154,7 @@ Failure RequestBuilder::addBody(const Data* image, bool jsonForm) {
         setBody(std::string(image->view()), request_.requestContentType);
         return std::nullopt;
     }
-    if (!request_.files.empty()) return addMultipart(jsonForm);
+    if (jsonForm || !request_.files.empty()) return addMultipart(jsonForm);
     if (!form_.empty())
         addParameters(form_);
     else if (const Data* bytes = request_.body.asData())

@@ -25,7 +25,8 @@ class RequestBuilder {
         , sanitizer_(sanitizer)
         , built_{HttpRequest{request.method, baseURL}, {}} {}
 
-    /// `image`: the whole body, or null. `jsonForm`: form parameters of a multipart body are JSON parts.
+    /// `image`: the whole body, or null. `jsonForm`: the body is multipart even without files, and its form
+    /// parameters are JSON parts.
     /// Throws NVMException for parameter values that cannot be sent.
     Result<Built> build(HttpHeaders defaultHeaders, const Data* image, bool jsonForm);
 

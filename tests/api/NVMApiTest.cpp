@@ -8,6 +8,7 @@
 #include <norvane/api/NVESTemplatesApi.h>
 #include <norvane/api/NVESViews.h>
 #include <norvane/api/NVMApi.h>
+#include <norvane/api/RecordJson.h>
 #include <norvane/platform/NVMException.h>
 #include <norvane/sdk/Errors.h>
 #include <norvane/sdk/NVMAccount.h>
@@ -99,6 +100,49 @@ TEST_F(Api, ReachesEachOperationOfTheService) {
     EXPECT_EQ(lastRequest().header("Content-Type"), "image/png");
     NVMApi::getSignatureForRecipientWithId("r", "e", done());
     EXPECT_EQ(sent(), "GET" + account + "/envelopes/e/recipients/r/signature");
+}
+
+TEST_F(Api, CallsWhateverTheTableDescribes) {
+    signIn();
+    for (const NVESOperation& operation : serviceOperations()) {
+        const std::string qualified = std::string(operation.service) + "." + std::string(operation.name);
+        SCOPED_TRACE(qualified);
+        EXPECT_EQ(serviceOperationsNamed(qualified), std::vector{&operation});
+        if (!operation.facade.empty()) {
+            EXPECT_EQ(serviceOperationsNamed(operation.facade), std::vector{&operation});
+        }
+        for (const std::string_view record : {operation.result, operation.body})
+            EXPECT_EQ(wireRecordType(record) != nullptr, record.starts_with("NVES")) << record;
+
+        NVESOperationArguments arguments;
+        std::string target = std::string(operation.method) + " /restapi" + std::string(operation.path);
+        for (const std::string_view name : operation.requiredParameters()) {
+            const std::string value = name == "accountId" ? "a 1" : std::string(name);
+            if (name != "accountId") arguments.parameters.emplace(name, value);
+            const std::string placeholder = "{" + std::string(name) + "}";
+            target.replace(target.find(placeholder), placeholder.size(),
+                           name == "accountId" ? "a%201" : value);
+        }
+        for (const std::string& name : operation.queryParameters())
+            arguments.parameters.emplace(name, "1");
+        if (!operation.body.empty()) {
+            EXPECT_THROW(NVMApi::callOperation(operation, arguments, done()), NVMException) << "no body";
+            arguments.body = Data(std::string("{}"));
+        }
+        NVMApi::callOperation(operation, arguments, done());
+        const std::string request = sent();
+        EXPECT_EQ(request.substr(0, request.find('?')), target);
+        for (const std::string& name : operation.queryParameters())
+            EXPECT_NE(request.find(name + "=1"), std::string::npos) << request;
+        if (!operation.body.empty() && operation.contentType.empty()) {
+            EXPECT_EQ(lastRequest().body, "{}");
+        }
+        arguments.parameters.emplace("surprise", "1");
+        EXPECT_THROW(NVMApi::callOperation(operation, arguments, done()), NVMException);
+    }
+    EXPECT_EQ(serviceOperationsNamed("get").front()->service, "NVESTemplatesApi") << "the facade's";
+    EXPECT_EQ(serviceOperationsNamed("getLock").size(), 2u);
+    EXPECT_TRUE(serviceOperationsNamed("").empty());
 }
 
 TEST_F(Api, ProvesTheAccountWithoutEscapingItsValues) {

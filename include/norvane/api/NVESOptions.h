@@ -58,5 +58,34 @@ struct NVESEnvelopesApi_DeleteRecipientsOptions : NVESObject {
     NORVANE_RECORD(NVESEnvelopesApi_DeleteRecipientsOptions, NVES_RECIPIENT_OPTIONS_FIELDS)
 };
 
+#define NVES_GET_ENVELOPE_OPTIONS_FIELDS(FIELD, R) FIELD(R, Text, include)
+struct NVESEnvelopesApi_GetEnvelopeOptions : NVESObject {
+    NORVANE_RECORD(NVESEnvelopesApi_GetEnvelopeOptions, NVES_GET_ENVELOPE_OPTIONS_FIELDS)
+};
+
+#define NVES_UPDATE_OPTIONS_FIELDS(FIELD, R)                                                                 \
+    FIELD(R, Text, advancedUpdate) FIELD(R, Text, resendEnvelope)
+struct NVESEnvelopesApi_UpdateOptions : NVESObject {
+    NORVANE_RECORD(NVESEnvelopesApi_UpdateOptions, NVES_UPDATE_OPTIONS_FIELDS)
+};
+
+#define NVES_SEARCH_OPTIONS_FIELDS(FIELD, R)                                                                 \
+    FIELD(R, Text, all)                                                                                      \
+    FIELD(R, Text, count) FIELD(R, Text, fromDate) FIELD(R, Text, toDate) FIELD(R, Text, includeRecipients)  \
+        FIELD(R, Text, order) FIELD(R, Text, orderBy) FIELD(R, Text, startPosition)
+struct NVESFoldersApi_SearchOptions : NVESObject {
+    NORVANE_RECORD(NVESFoldersApi_SearchOptions, NVES_SEARCH_OPTIONS_FIELDS)
+};
+
+#define NVES_CUSTOM_TABS_LIST_OPTIONS_FIELDS(FIELD, R) FIELD(R, Text, customTabOnly)
+struct NVESCustomTabsApi_ListOptions : NVESObject {
+    NORVANE_RECORD(NVESCustomTabsApi_ListOptions, NVES_CUSTOM_TABS_LIST_OPTIONS_FIELDS)
+};
+
+#define NVES_LIST_REQUEST_LOGS_OPTIONS_FIELDS(FIELD, R) FIELD(R, Text, encoding)
+struct NVESDiagnosticsApi_ListRequestLogsOptions : NVESObject {
+    NORVANE_RECORD(NVESDiagnosticsApi_ListRequestLogsOptions, NVES_LIST_REQUEST_LOGS_OPTIONS_FIELDS)
+};
+
 } // namespace norvane
 // clang-format on

@@ -105,6 +105,11 @@ class NVMApi {
     static std::uint64_t getSignatureForRecipientWithId(const Text& recipientId, const Text& forEnvelopeId,
                                                         NVESValueCompletion completionHandler);
 
+    /// Any operation of the table; its `accountId` is the stored account's when none is given. The offline
+    /// upload is that of `createOfflineEnvelopeWithEnvelopeDefinition`.
+    static std::uint64_t callOperation(const NVESOperation& operation, NVESOperationArguments arguments,
+                                       NVESCompletion completionHandler);
+
     /// The authentication headers of the stored account, by name; empty without one.
     static Dictionary setUpHeaders();
     /// The value of "X-Norvane-Authentication". Values are put in as they are, not escaped.

@@ -6,12 +6,13 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Wire records as JSON, driven by their tables. Any thread may call.
 //
-// Reading: a key that the table does not name never fails a read; it is dropped, or kept in order where the
-// record has a `Rest` field. Null and absent are the same. A number or Boolean where text is due keeps its
-// spelling
+// Reading: a key that the table does not name never fails a read; it is dropped, or kept in order and as
+// it is spelt where the record has a `Rest` field. Null and absent are the same. A number or Boolean where
+// text is due keeps its spelling
 // ("1.50"); text where a number is due is read as a decimal number. A key named twice counts as its last
 // value that is not null. Anything else that does not fit, text that is no JSON, more than 64 MiB and more
 // than 64 levels are the deserialisation error 143553; its `kJsonPathKey` says where, when the text as such
@@ -41,5 +42,8 @@ std::string writeRecord(const T& record) {
 
 /// The table of the wire record of that name ("NVESEnvelope"), or null.
 const RecordType* wireRecordType(std::string_view name);
+
+/// The tables of all wire records, by name.
+std::vector<const RecordType*> wireRecordTypes();
 
 } // namespace norvane

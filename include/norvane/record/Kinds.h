@@ -29,7 +29,7 @@ using List = std::optional<std::vector<std::shared_ptr<T>>>; ///< elements are n
 
 /// The members that a record's table does not name, in the order in which they came; kept and written back.
 struct Rest {
-    std::vector<std::pair<std::string, Value>> members;
+    std::vector<std::pair<std::string, std::string>> members; ///< name and JSON text
     friend bool operator==(const Rest&, const Rest&) = default;
 };
 
