@@ -23,6 +23,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
         Line& line = lines_[name.substr(0, slash)];
         const double milliseconds = run.GetAdjustedRealTime();
         (side == "kit" ? line.kit : line.limit) = milliseconds;
+        (side == "kit" ? line.kitCounters : line.limitCounters) = run.counters;
     }
 }
 
@@ -33,6 +34,16 @@ void RatioReporter::Finalize() {
                         line.kit / line.limit);
         else
             std::printf("%-44s %12.3f\n", name.c_str(), line.kit);
+        printCounters("kit", line.kitCounters);
+        printCounters("limit", line.limitCounters);
+    }
+}
+
+void RatioReporter::printCounters(const char* side, const benchmark::UserCounters& counters) {
+    for (const auto& [name, counter] : counters) {
+        const bool isBytes = name == "bytes_per_second";
+        std::printf("    %-8s %10.1f %s\n", side, isBytes ? counter.value / 1e6 : counter.value,
+                    isBytes ? "MB/s" : name.c_str());
     }
 }
 

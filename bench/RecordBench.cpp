@@ -1,3 +1,4 @@
+#include "bench/Allocations.h"
 #include "bench/TemplateJson.h"
 
 #include <norvane/api/NVESTemplates.h>
@@ -14,36 +15,51 @@ namespace norvane::bench {
 
 namespace {
 
+constexpr int kTabs = 1000;
+
 const std::string& json() {
-    static const std::string text = templateJson(1000);
+    static const std::string text = templateJson(kTabs);
     return text;
 }
 
+/// Says how much JSON a second went through, and what a tab's record took.
+void report(benchmark::State& state, std::size_t allocationsBefore) {
+    const auto iterations = static_cast<double>(state.iterations());
+    state.SetBytesProcessed(static_cast<std::int64_t>(iterations) * static_cast<std::int64_t>(json().size()));
+    state.counters["allocations a record"] =
+        static_cast<double>(allocations() - allocationsBefore) / iterations / kTabs;
+}
+
 void decodeKit(benchmark::State& state) {
+    const std::size_t before = allocations();
     for (auto _ : state) {
         auto record = readRecord<NVESEnvelopeTemplate>(json());
         if (!record) state.SkipWithError("the record could not be read");
         benchmark::DoNotOptimize(record);
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * json().size()));
+    report(state, before);
 }
 
 void decodeLimit(benchmark::State& state) {
     simdjson::dom::parser parser;
     const simdjson::padded_string padded(json());
+    const std::size_t before = allocations();
     for (auto _ : state) {
         auto document = parser.parse(padded);
         if (document.error()) state.SkipWithError("simdjson could not parse");
         benchmark::DoNotOptimize(document);
     }
+    report(state, before);
 }
 
 void encodeKit(benchmark::State& state) {
     const auto record = readRecord<NVESEnvelopeTemplate>(json());
+    const std::size_t before = allocations();
     for (auto _ : state) {
         std::string text = writeRecord(**record);
         benchmark::DoNotOptimize(text.data());
     }
+    report(state, before);
 }
 
 using RapidWriter = rapidjson::Writer<rapidjson::StringBuffer>;
@@ -78,12 +94,14 @@ void writeElement(RapidWriter& writer, simdjson::dom::element element) {
 void encodeLimit(benchmark::State& state) {
     simdjson::dom::parser parser;
     const simdjson::dom::element document = parser.parse(json());
+    const std::size_t before = allocations();
     for (auto _ : state) {
         rapidjson::StringBuffer buffer;
         RapidWriter writer(buffer);
         writeElement(writer, document);
         benchmark::DoNotOptimize(buffer.GetString());
     }
+    report(state, before);
 }
 
 BENCHMARK(decodeKit)->Name("decode 1,000 tabs : simdjson DOM/kit")->Unit(benchmark::kMillisecond);

@@ -43,7 +43,10 @@ std::string described(const NVESOperation& operation) {
     else if (!operation.body.empty())
         line.append(" --body ").append(operation.body);
     if (isOfflineUpload(operation)) line += " documentId-ID=FILE...";
-    if (!operation.result.empty()) line.append(" -> ").append(operation.result);
+    if (operation.result == "NSObject")
+        line += " -> JSON";
+    else if (!operation.result.empty())
+        line.append(" -> ").append(operation.result == "NSURL*" ? "a file" : operation.result);
     return line + "\n";
 }
 
@@ -51,8 +54,8 @@ std::string operationsText() {
     std::string text = R"(
 PARAM=VALUE names the parameters of the path and, in brackets, those of the query; accountId is the signed-in
 account's unless given. An operation is named alone, with its service (NVESTemplatesApi.get) or as the kit's
-facade calls it (getTemplateWithId). JSON answers are printed as the kit reads them; a downloaded document goes
-to --output.
+facade calls it (getTemplateWithId). JSON answers are printed as the kit reads them; a downloaded file
+goes to --output, and its path is printed.
 
   norvane api listTemplates count=5 search_text=lease
   norvane api getDocument templateId=ID documentId=combined --output lease.pdf
@@ -110,27 +113,27 @@ std::string answerText(const NVESResult& result) {
     return writeJson(result.value());
 }
 
-void saveDownload(Context& context, const Url& file, const std::string& output) {
-    const std::filesystem::path downloaded = file.filePath();
-    std::error_code failure;
-    std::filesystem::copy_file(downloaded, output, std::filesystem::copy_options::overwrite_existing,
-                               failure);
-    std::error_code ignored; // the download lies in a folder for temporary files
-    std::filesystem::remove(downloaded, ignored);
-    if (failure) {
-        context.failed(NVMError::make("norvane.command", failure.value(),
-                                      "\"" + output + "\" cannot be written: " + failure.message() + ".",
-                                      "FILE_NOT_WRITTEN"));
-        return;
+/// Without `output` the download stays where it is, and is whoever's ran the program.
+void takeDownload(Context& context, const Url& file, const std::string& output) {
+    std::filesystem::path path = file.filePath();
+    if (!output.empty()) {
+        std::error_code failure, ignored;
+        std::filesystem::copy_file(path, output, std::filesystem::copy_options::overwrite_existing, failure);
+        std::filesystem::remove(path, ignored); // it lies in a folder for temporary files
+        if (failure) {
+            context.failed(NVMError::make("norvane.command", failure.value(),
+                                          "\"" + output + "\" cannot be written: " + failure.message() + ".",
+                                          "FILE_NOT_WRITTEN"));
+            return;
+        }
+        path = output;
     }
-    context.output().result(Dictionary{{"file", output}}, {output});
+    context.output().result(Dictionary{{"file", path.string()}}, {path.string()});
 }
 
 void call(Context& context, const ApiArguments& given) {
     const NVESOperation& operation = operationNamed(given.operation);
     NVESOperationArguments arguments = argumentsOf(operation, given);
-    if (operation.result == "NSURL*" && given.output.empty())
-        throw CLI::ValidationError("--output", "this operation downloads a file: say where to");
     if (context.failed(openKit())) return;
     const Answer<Called> answer;
     try {
@@ -144,7 +147,7 @@ void call(Context& context, const ApiArguments& given) {
     const Called called = answer.wait();
     if (context.failed(called.error)) return;
     if (called.result.file())
-        saveDownload(context, *called.result.file(), given.output);
+        takeDownload(context, *called.result.file(), given.output);
     else
         context.output().json(answerText(called.result));
 }
@@ -159,7 +162,8 @@ void addApiCommand(CLI::App& program, Context& context) {
     command->add_option("PARAM=VALUE", arguments->parameters, "Its parameters");
     command->add_option("--body", arguments->body, "What is sent: JSON, or an image")
         ->check(CLI::ExistingFile);
-    command->add_option("--output", arguments->output, "Where a downloaded document goes");
+    command->add_option("--output", arguments->output,
+                        "Where a downloaded file goes; a temporary file when absent");
     command->callback([&context, arguments] { call(context, *arguments); });
 }
 
