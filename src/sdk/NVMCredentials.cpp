@@ -19,20 +19,26 @@ constexpr std::string_view kUserIdKey = "NVMUserId";
 constexpr std::string_view kRedacted = "-redacted-";
 
 /// Guards the stored credentials as a whole, against other processes on the same home too: the items and the
-/// user id belong together. A home in which no lock can be made cannot be written to by anybody else either.
+/// user id belong together. A home in which no lock can be made cannot be written to by anybody else either,
+/// and a kit without a home shares its credentials with no other process.
 class StoredCredentialsLock {
   public:
     StoredCredentialsLock()
         : here_(mutex())
-        , everywhere_(FileLock::acquire(Platform::current().files->supportFolder() / "account.lock")) {}
+        , everywhere_(lockHome()) {}
 
   private:
     static std::mutex& mutex() {
         static std::mutex made;
         return made;
     }
+    static std::optional<Result<FileLock>> lockHome() {
+        const auto& files = Platform::current().files;
+        if (!files) return std::nullopt;
+        return FileLock::acquire(files->supportFolder() / "account.lock");
+    }
     const std::lock_guard<std::mutex> here_;
-    const Result<FileLock> everywhere_;
+    const std::optional<Result<FileLock>> everywhere_;
 };
 
 Text fetchText(const CredentialQuery& query, std::string_view key) {

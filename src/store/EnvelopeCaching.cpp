@@ -46,9 +46,6 @@ struct EnvelopeSave {
 
     void ended(const Failure& error) {
         error ? documents.discard() : documents.keep();
-        if (!error && earlier)
-            postNotification(NVMEnvelopeUncachedNotification,
-                             cacheUserInfo(domain.envelopeId, earlier->templateId));
         // The transaction identifier stands under "envelopeId", deliberately.
         postNotification(error ? NVMEnvelopeCacheFailedNotification : NVMEnvelopeCachedNotification,
                          cacheUserInfo(transactionId, templateId, error));
@@ -83,6 +80,9 @@ void replaceEarlier(EnvelopeSave& save, ManagedObjectContext& context) {
     forgetCaching(context, save.earlier->envelopeId);
     forgetCaching(context, save.earlier->transactionId);
     if (save.earlier->transactionId != save.transactionId) forgetUpload(context, save.earlier->transactionId);
+    // Ahead of the commit that takes it out, deliberately: hosts count on this order.
+    postNotification(NVMEnvelopeUncachedNotification,
+                     cacheUserInfo(save.domain.envelopeId, save.earlier->templateId));
 }
 
 Failure updateEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {

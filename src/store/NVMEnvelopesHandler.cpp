@@ -21,15 +21,10 @@ std::vector<std::shared_ptr<NVMEnvelopeDefinition>> envelopes(const FetchRequest
     std::vector<std::shared_ptr<NVMEnvelopeDefinition>> envelopes;
     const auto store = ObjectStore::defaultStore();
     if (!store) return envelopes;
-    const auto& context = store->defaultContext();
-    const auto ids = context.fetchIDs(request);
-    if (!ids) return envelopes;
-    for (const auto& id : *ids) {
-        // One that is damaged, or gone meanwhile, does not hide the others.
-        const auto stored = context.objectWithID<NVMCDEnvelopeDefinition>(id);
-        if (stored && *stored)
-            envelopes.push_back(std::make_shared<NVMEnvelopeDefinition>(**stored, withDocuments));
-    }
+    const auto found = store->defaultContext().fetch<NVMCDEnvelopeDefinition>(request);
+    if (!found) return envelopes;
+    for (const auto& stored : *found)
+        envelopes.push_back(std::make_shared<NVMEnvelopeDefinition>(*stored, withDocuments));
     return envelopes;
 }
 

@@ -116,8 +116,8 @@ TEST_F(EnvelopeCacheTest, FinishingASigningReplacesTheEarlierCopyInOneSave) {
         {}, [&](const Notification&) { sawBoth = sawBoth || Handler::cachedEnvelopeIds().size() != 1; });
     ASSERT_EQ(finish(finished), std::nullopt);
     EXPECT_FALSE(sawBoth) << "neither none nor two at any time";
-    EXPECT_EQ(log.names(), (std::vector<std::string>{std::string(NVMRecordMetaDataDidAddNotification),
-                                                     std::string(NVMEnvelopeUncachedNotification),
+    EXPECT_EQ(log.names(), (std::vector<std::string>{std::string(NVMEnvelopeUncachedNotification),
+                                                     std::string(NVMRecordMetaDataDidAddNotification),
                                                      std::string(NVMEnvelopeCachedNotification)}));
     EXPECT_EQ(log.first(NVMEnvelopeUncachedNotification),
               (Dictionary{{"envelopeId", earlier}, {"templateId", "template-1"}}));
