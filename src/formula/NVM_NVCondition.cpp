@@ -98,11 +98,11 @@ NVM_NVFieldTextCondition::NVM_NVFieldTextCondition(std::string description,
     , referenceField(std::move(field)) {}
 
 bool NVM_NVMatchesFieldTextCondition::isSatisfiedBy(const std::string& text) {
-    return text == referenceField->text();
+    return referenceField && text == referenceField->text();
 }
 
 bool NVM_NVStartsWithFieldTextCondition::isSatisfiedBy(const std::string& text) {
-    return referenceField->text().starts_with(text);
+    return referenceField && referenceField->text().starts_with(text);
 }
 
 } // namespace norvane

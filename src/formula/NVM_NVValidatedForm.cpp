@@ -104,7 +104,8 @@ void NVM_NVValidatedForm::showViolationForTextField(Field textField, const std::
                              ? textField->validator->descriptionOfFirstConditionViolatedByText(withText)
                              : std::nullopt;
     if (!message) return;
-    if (popTipView_ && violatedField_ != textField) hideViolationForTextField(violatedField_);
+    if (popTipView_ && violatedField_ && violatedField_ != textField)
+        hideViolationForTextField(violatedField_);
     violatedField_ = textField;
     const auto owner = delegate.lock();
     if (owner && !owner->validatedFormShouldShowViolationForTextField(*this, textField).value_or(true))

@@ -132,6 +132,7 @@ std::shared_ptr<NVMInPersonSigner>
 NVMRecipients::inPersonSignerFromSigner(const std::shared_ptr<NVMSigner>& signer, const Text& hostName,
                                         const Text& hostEmail, const Text& signerName,
                                         const Text& signerEmail) {
+    if (!signer) return nullptr;
     auto inPerson = std::make_shared<NVMInPersonSigner>();
     copyLikeNamedFields(NVMSigner::type(), signer.get(), NVMInPersonSigner::type(), inPerson.get());
     inPerson->recipientType = NVMRecipientTypeInPersonSigner;

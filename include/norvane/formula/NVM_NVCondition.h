@@ -48,7 +48,7 @@ class NVM_NVCondition {
     static std::shared_ptr<NVM_NVCondition> nvm_validEmailCondition();
 };
 
-/// A rule that compares with the text of another field.
+/// A rule that compares with the text of another field; without one no text is valid.
 class NVM_NVFieldTextCondition : public NVM_NVCondition {
   public:
     NVM_NVFieldTextCondition(std::string description, std::shared_ptr<const TextInput> referenceField);

@@ -79,7 +79,8 @@ struct NVMRecipients {
     /// envelope id. Gives the signer; null, and nothing changes, when that id is no in-person signer's.
     std::shared_ptr<NVMSigner> signerFromInPersonSigner(const std::shared_ptr<NVMRecipient>& inPersonSigner,
                                                         const Text& name, const Text& email);
-    /// Replaces the signer by an in-person signer at the end of `inPersonSigners`. No notification.
+    /// Replaces the signer by an in-person signer at the end of `inPersonSigners`. No notification. Null for
+    /// null.
     std::shared_ptr<NVMInPersonSigner> inPersonSignerFromSigner(const std::shared_ptr<NVMSigner>& signer,
                                                                 const Text& hostName, const Text& hostEmail,
                                                                 const Text& signerName,
