@@ -137,6 +137,7 @@ constexpr Route kAccountRoutes[] = {
     {"GET", "/settings", accountSettings},
     {"PUT", "/settings", accountSettings},
     {"GET", "/consumer_disclosure", consumerDisclosure},
+    {"GET", "/envelopes/{envelopeId}/recipients/{recipientId}/consumer_disclosure", consumerDisclosure},
     {"GET", "/custom_fields", accountCustomFields},
     {"GET", "/shared_access", sharedAccess},
     {"GET", "/unsupported_file_types", unsupportedFileTypes},

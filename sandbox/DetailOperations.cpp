@@ -45,18 +45,27 @@ Answer changeCustomFields(const Call& call) {
         });
 }
 
-Answer notification(const Call& call) { return jsonAnswer(detailOf(call, "notification")); }
-
-Answer setNotification(const Call& call) {
-    Json body;
-    if (auto refusal = readBody(call.request, body)) return *refusal;
-    return call.operations.details.change(call.detailFile(), "notification", initialOf(call, "notification"),
+/// Shows a detail that is one object, sets members of it, or (DELETE) empties it.
+Answer objectDetail(const Call& call, const char* member) {
+    const std::string& method = call.request.method;
+    if (method == "GET") return jsonAnswer(detailOf(call, member));
+    Json body = Json::Object();
+    if (method != "DELETE")
+        if (auto refusal = readBody(call.request, body)) return *refusal;
+    return call.operations.details.change(call.detailFile(), member, initialOf(call, member),
                                           [&](Json& kept) {
-                                              for (const auto& [member, value] : body.members())
-                                                  kept.set(member, value);
-                                              return jsonAnswer(kept);
+                                              const Json before = kept;
+                                              for (const auto& [key, value] : body.members())
+                                                  kept.set(key, value);
+                                              if (method != "DELETE")
+                                                  return jsonAnswer(kept, method == "POST" ? 201 : 200);
+                                              kept = Json::Object();
+                                              return jsonAnswer(before);
                                           });
 }
+
+Answer notification(const Call& call) { return objectDetail(call, "notification"); }
+Answer emailSettings(const Call& call) { return objectDetail(call, "emailSettings"); }
 
 constexpr unsigned long long kUsualSeconds = 300;
 constexpr unsigned long long kMostSeconds = 86'400;
@@ -101,14 +110,18 @@ Answer changeLock(const Call& call) {
         });
 }
 
-// Envelopes and templates have the same.
+// Envelopes and templates have the same but for e-mail settings.
 constexpr Route kDetailRoutes[] = {
     {"GET", "/envelopes/{envelopeId}/custom_fields", customFields},
     {"POST", "/envelopes/{envelopeId}/custom_fields", changeCustomFields},
     {"PUT", "/envelopes/{envelopeId}/custom_fields", changeCustomFields},
     {"DELETE", "/envelopes/{envelopeId}/custom_fields", changeCustomFields},
     {"GET", "/envelopes/{envelopeId}/notification", notification},
-    {"PUT", "/envelopes/{envelopeId}/notification", setNotification},
+    {"PUT", "/envelopes/{envelopeId}/notification", notification},
+    {"GET", "/envelopes/{envelopeId}/email_settings", emailSettings},
+    {"POST", "/envelopes/{envelopeId}/email_settings", emailSettings},
+    {"PUT", "/envelopes/{envelopeId}/email_settings", emailSettings},
+    {"DELETE", "/envelopes/{envelopeId}/email_settings", emailSettings},
     {"GET", "/envelopes/{envelopeId}/lock", lock},
     {"POST", "/envelopes/{envelopeId}/lock", changeLock},
     {"PUT", "/envelopes/{envelopeId}/lock", changeLock},
@@ -118,7 +131,7 @@ constexpr Route kDetailRoutes[] = {
     {"PUT", "/templates/{templateId}/custom_fields", changeCustomFields},
     {"DELETE", "/templates/{templateId}/custom_fields", changeCustomFields},
     {"GET", "/templates/{templateId}/notification", notification},
-    {"PUT", "/templates/{templateId}/notification", setNotification},
+    {"PUT", "/templates/{templateId}/notification", notification},
     {"GET", "/templates/{templateId}/lock", lock},
     {"POST", "/templates/{templateId}/lock", changeLock},
     {"PUT", "/templates/{templateId}/lock", changeLock},

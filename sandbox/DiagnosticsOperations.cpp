@@ -10,6 +10,13 @@ Answer serviceInformation(const Call& call) {
     return jsonAnswer(Json::object({{"buildVersion", "sandbox"}, {"serviceVersions", Json::Array{version}}}));
 }
 
+Answer resources(const Call&) {
+    Json::Array list;
+    for (const char* name : {"accounts", "diagnostics", "login_information"})
+        list.push_back(Json::object({{"name", name}}));
+    return jsonAnswer(Json::object({{"resources", std::move(list)}}));
+}
+
 Answer requestLogs(const Call& call) {
     Json::Array list;
     for (const LoggedRequest& request : call.operations.log.all())
@@ -36,16 +43,27 @@ Answer forgetRequestLogs(const Call& call) {
     return jsonAnswer(Json::Object());
 }
 
-Answer diagnosticsSettings(const Call&) {
-    return jsonAnswer(Json::object({{"apiRequestLogging", "true"}, {"apiRequestLogMaxEntries", "10000"}}));
+/// Requests are logged in any case; what is set here is kept and shown again.
+Answer diagnosticsSettings(const Call& call) {
+    const Json initial = Json::object({{"apiRequestLogging", "true"}, {"apiRequestLogMaxEntries", "10000"}});
+    Json body = Json::Object();
+    if (call.request.method == "PUT")
+        if (auto refusal = readBody(call.request, body)) return *refusal;
+    return call.operations.details.change(call.detailFile(), "diagnostics", initial, [&](Json& kept) {
+        for (const auto& [key, value] : body.members())
+            kept.set(key, value);
+        return jsonAnswer(kept);
+    });
 }
 
 constexpr Route kDiagnosticsRoutes[] = {
-    {"GET", "/v2/service_information", serviceInformation},
+    {"GET", "/service_information", serviceInformation},
+    {"GET", "/v2", resources},
     {"GET", "/v2/diagnostics/request_logs", requestLogs},
     {"DELETE", "/v2/diagnostics/request_logs", forgetRequestLogs},
     {"GET", "/v2/diagnostics/request_logs/{requestLogId}", requestLog},
     {"GET", "/v2/diagnostics/settings", diagnosticsSettings},
+    {"PUT", "/v2/diagnostics/settings", diagnosticsSettings},
 };
 
 } // namespace

@@ -79,8 +79,9 @@ std::string takeDocuments(const Json& definition, std::deque<std::string>& kept,
     return {};
 }
 
-std::string useTemplate(const Template& source, const Json& definition, NewEnvelope& envelope) {
-    envelope.recipients = source.recipients;
+std::string useTemplate(const Call& call, const Json& definition, NewEnvelope& envelope) {
+    const Template& source = *call.source;
+    envelope.recipients = recipientsOf(call);
     for (const TemplateDocument& document : source.documents) {
         UploadPart& part = envelope.parts.emplace_back();
         part.kind = UploadPart::Kind::Document;
@@ -110,7 +111,7 @@ Answer createFromJson(const Operations& operations, const Request& request) {
         const Template* source = findTemplate(id);
         if (!source)
             return errorAnswer(400, "TEMPLATE_ID_INVALID", "The account has no template of this id.");
-        problem = useTemplate(*source, definition, envelope);
+        problem = useTemplate({operations, request, {}, {}, source}, definition, envelope);
     } else {
         problem = takeDocuments(definition, bytes, envelope.parts);
         if (const Json* recipients = definition.find("recipients")) envelope.recipients = *recipients;

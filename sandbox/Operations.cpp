@@ -60,8 +60,9 @@ std::filesystem::path Call::detailFile() const {
 void addRoutes(Router& router, const Operations& operations, std::span<const Route> routes) {
     for (const Route& route : routes) {
         const std::string path = route.path;
+        const bool isAlone = path.starts_with("/v2") || path.starts_with("/service");
         router.add(
-            route.method, path.starts_with("/v2") ? path : "/v2/accounts/{accountId}" + path,
+            route.method, isAlone ? path : "/v2/accounts/{accountId}" + path,
             [&operations, handler = route.handler](const Request& request, const PathParameters& parameters) {
                 Call call{operations, request, parameters};
                 if (auto refusal = resolve(call)) return *refusal;
@@ -87,6 +88,18 @@ Answer jsonAnswer(const Json& json, int status) {
 }
 
 Answer malformed(const std::string& why) { return errorAnswer(400, "INVALID_REQUEST_BODY", why); }
+
+Json recipientsOf(const Call& call) {
+    if (call.envelope) return call.operations.envelopes.recipients(call.envelope->envelopeId);
+    const Json details = call.operations.details.read(call.detailFile());
+    const Json* changed = details.find("recipients");
+    return changed ? *changed : call.source->recipients;
+}
+
+Answer changeRecipients(const Call& call, const std::function<Answer(Json& recipients)>& change) {
+    if (call.envelope) return call.operations.envelopes.changeRecipients(call.envelope->envelopeId, change);
+    return call.operations.details.change(call.detailFile(), "recipients", call.source->recipients, change);
+}
 
 Answer unknownRecipient() {
     return errorAnswer(404, "RECIPIENT_NOT_IN_ENVELOPE", "There is no recipient of this id.");

@@ -9,6 +9,7 @@
 #include "sandbox/Router.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -44,7 +45,7 @@ struct Call {
 };
 using Handler = Answer (*)(const Call&);
 
-/// One operation. A path that begins with "/v2" stands alone; others lie below the account.
+/// One operation. A path that begins with "/v2" or "/service" stands alone; others lie below the account.
 struct Route {
     const char* method;
     const char* path;
@@ -80,6 +81,10 @@ Answer createEnvelope(const Call& call);
 Json ownerJson(const Credentials& credentials);
 Answer jsonAnswer(const Json& json, int status = 200);
 Answer malformed(const std::string& why); ///< 400, INVALID_REQUEST_BODY
+/// The recipients of the envelope or the template, as they stand now.
+Json recipientsOf(const Call& call);
+/// Changes them; an answer of 400 and up leaves them as they were.
+Answer changeRecipients(const Call& call, const std::function<Answer(Json& recipients)>& change);
 Answer unknownRecipient();
 /// The recipient of any kind; null when there is none.
 Json* findRecipient(Json& recipients, std::string_view recipientId);

@@ -16,14 +16,6 @@ void recount(Json& recipients) {
     recipients.set("recipientCount", std::to_string(count));
 }
 
-Json recipientsOf(const Call& call) {
-    return call.operations.envelopes.recipients(call.envelope->envelopeId);
-}
-
-Answer changeRecipients(const Call& call, const std::function<Answer(Json& recipients)>& change) {
-    return call.operations.envelopes.changeRecipients(call.envelope->envelopeId, change);
-}
-
 Answer listRecipients(const Call& call) {
     Json recipients = recipientsOf(call);
     if (call.request.queryValue("include_tabs") == "true") return jsonAnswer(recipients);
@@ -33,6 +25,9 @@ Answer listRecipients(const Call& call) {
                 recipient.erase("tabs");
     return jsonAnswer(recipients);
 }
+
+/// A template's come with their tabs.
+Answer listAllRecipients(const Call& call) { return jsonAnswer(recipientsOf(call)); }
 
 Answer addRecipients(const Call& call) {
     Json body;
@@ -109,6 +104,29 @@ Answer recipientView(const Call& call) {
                       201);
 }
 
+/// The other views of the service's pages, for whoever sends.
+Answer senderView(const Call& call) {
+    Json view;
+    if (auto refusal = readBody(call.request, view)) return *refusal;
+    return jsonAnswer(Json::object({{"url", call.operations.url + "/Member/Sender.aspx?t=" + newUuid()}}),
+                      201);
+}
+
+Answer deleteRecipient(const Call& call) {
+    return changeRecipients(call, [&](Json& recipients) {
+        const Json* found = findRecipient(recipients, call["recipientId"]);
+        if (!found) return unknownRecipient();
+        const Json deleted = *found;
+        for (const auto& [list, entries] : Json(recipients).members())
+            if (Json::Array* items = recipients.find(list)->mutableItems())
+                std::erase_if(*items, [&](const Json& recipient) {
+                    return recipient.text("recipientId") == call["recipientId"];
+                });
+        recount(recipients);
+        return jsonAnswer(deleted);
+    });
+}
+
 bool isImageType(const std::string& type) {
     static const std::set<std::string> types{"signature", "signature_image", "initials", "initials_image"};
     return types.contains(type);
@@ -150,9 +168,19 @@ constexpr Route kRecipientRoutes[] = {
     {"POST", "/envelopes/{envelopeId}/recipients", addRecipients},
     {"PUT", "/envelopes/{envelopeId}/recipients", updateRecipients},
     {"DELETE", "/envelopes/{envelopeId}/recipients", deleteRecipients},
+    {"DELETE", "/envelopes/{envelopeId}/recipients/{recipientId}", deleteRecipient},
     {"GET", "/envelopes/{envelopeId}/recipients/{recipientId}/{imageType}", getImage},
     {"PUT", "/envelopes/{envelopeId}/recipients/{recipientId}/{imageType}", setImage},
     {"POST", "/envelopes/{envelopeId}/views/recipient", recipientView},
+    {"POST", "/envelopes/{envelopeId}/views/sender", senderView},
+    {"POST", "/envelopes/{envelopeId}/views/edit", senderView},
+    {"POST", "/envelopes/{envelopeId}/views/correct", senderView},
+    {"POST", "/views/console", senderView},
+    {"GET", "/templates/{templateId}/recipients", listAllRecipients},
+    {"POST", "/templates/{templateId}/recipients", addRecipients},
+    {"PUT", "/templates/{templateId}/recipients", updateRecipients},
+    {"DELETE", "/templates/{templateId}/recipients", deleteRecipients},
+    {"POST", "/templates/{templateId}/views/edit", senderView},
 };
 
 } // namespace

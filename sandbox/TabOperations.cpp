@@ -8,7 +8,7 @@ namespace {
 std::string keyOf(const std::string& list) { return list == "radioGroupTabs" ? "groupName" : "tabId"; }
 
 Answer tabs(const Call& call) {
-    Json recipients = call.operations.envelopes.recipients(call.envelope->envelopeId);
+    Json recipients = recipientsOf(call);
     const Json* recipient = findRecipient(recipients, call["recipientId"]);
     if (!recipient) return unknownRecipient();
     const Json* found = recipient->find("tabs");
@@ -20,7 +20,7 @@ Answer changeTabs(const Call& call) {
     const std::string& method = call.request.method;
     Json body;
     if (auto refusal = readBody(call.request, body)) return *refusal;
-    return call.operations.envelopes.changeRecipients(call.envelope->envelopeId, [&](Json& recipients) {
+    return changeRecipients(call, [&](Json& recipients) {
         Json* recipient = findRecipient(recipients, call["recipientId"]);
         if (!recipient) return unknownRecipient();
         if (!recipient->find("tabs")) recipient->set("tabs", Json::Object());
@@ -72,6 +72,10 @@ constexpr Route kTabRoutes[] = {
     {"POST", "/envelopes/{envelopeId}/recipients/{recipientId}/tabs", changeTabs},
     {"PUT", "/envelopes/{envelopeId}/recipients/{recipientId}/tabs", changeTabs},
     {"DELETE", "/envelopes/{envelopeId}/recipients/{recipientId}/tabs", changeTabs},
+    {"GET", "/templates/{templateId}/recipients/{recipientId}/tabs", tabs},
+    {"POST", "/templates/{templateId}/recipients/{recipientId}/tabs", changeTabs},
+    {"PUT", "/templates/{templateId}/recipients/{recipientId}/tabs", changeTabs},
+    {"DELETE", "/templates/{templateId}/recipients/{recipientId}/tabs", changeTabs},
     {"GET", "/tab_definitions", tabDefinitions},
     {"POST", "/tab_definitions", changeTabDefinition},
     {"GET", "/tab_definitions/{customTabId}", tabDefinition},

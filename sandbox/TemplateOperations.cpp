@@ -51,21 +51,9 @@ Answer oneTemplate(const Call& call) {
         call.detailFile(), templateJson(*call.source, ownerJson(call.operations.credentials))));
 }
 
-Answer templateRecipients(const Call& call) { return jsonAnswer(call.source->recipients); }
-
-Answer templateTabs(const Call& call) {
-    Json recipients = call.source->recipients;
-    const Json* recipient = findRecipient(recipients, call["recipientId"]);
-    if (!recipient) return unknownRecipient();
-    const Json* tabs = recipient->find("tabs");
-    return jsonAnswer(tabs ? *tabs : Json(Json::Object()));
-}
-
 constexpr Route kTemplateRoutes[] = {
     {"GET", "/templates", listTemplates},
     {"GET", "/templates/{templateId}", oneTemplate},
-    {"GET", "/templates/{templateId}/recipients", templateRecipients},
-    {"GET", "/templates/{templateId}/recipients/{recipientId}/tabs", templateTabs},
 };
 
 } // namespace

@@ -64,6 +64,27 @@ TEST_F(Details, NotificationAndFieldsOfDocumentsAreKept) {
     }
 }
 
+TEST_F(Details, ATemplatesRecipientsAndTabsChangeForTheEnvelopesMadeOfIt) {
+    const std::string path = std::string("templates/") + kConsentTemplateId;
+    const std::string tabs = path + "/recipients/1/tabs";
+    EXPECT_EQ(client.send("POST", tabs, R"({"noteTabs":[{"tabLabel":"Remark"}]})").status, 201);
+    const std::string copied = R"({"carbonCopies":[{"recipientId":"7","name":"Cy","email":"cy@x.example"}]})";
+    EXPECT_EQ(client.send("POST", path + "/recipients", copied).status, 201);
+    EXPECT_EQ(client.get(path).json().find("recipients")->array("carbonCopies").size(), 1U);
+    const std::string made = consentEnvelope();
+    EXPECT_EQ(client.get(made + "/recipients/1/tabs").json().array("noteTabs").size(), 1U);
+    EXPECT_EQ(client.send("DELETE", made + "/recipients/7").json().text("name"), "Cy");
+    EXPECT_EQ(client.send("DELETE", made + "/recipients/7").errorCode(), "RECIPIENT_NOT_IN_ENVELOPE");
+    EXPECT_EQ(client.get(made + "/recipients/1/consumer_disclosure").status, 200);
+    EXPECT_EQ(client.send("POST", made + "/email_settings", R"({"replyEmailAddressOverride":"a@x.example"})")
+                  .status,
+              201);
+    EXPECT_EQ(client.send("DELETE", made + "/email_settings").status, 200);
+    EXPECT_TRUE(client.get(made + "/email_settings").json().members().empty());
+    EXPECT_EQ(client.send("POST", made + "/views/sender", R"({"returnUrl":"https://x.example"})").status,
+              201);
+}
+
 TEST_F(Details, OfASandboxOutliveIt) {
     const std::string path = consentEnvelope();
     client.send("PUT", path + "/notification", R"({"useAccountDefaults":"true"})");
@@ -113,7 +134,12 @@ TEST_F(Details, TheAccountHasUsersTabDefinitionsAndALogOfRequests) {
     EXPECT_FALSE(client.get("/v2/diagnostics/request_logs").json().array("apiRequestLogs").empty());
     EXPECT_EQ(client.get("/v2/diagnostics/request_logs/1").status, 200);
     EXPECT_EQ(client.sendWith({}, "GET", "/v2/diagnostics/settings").status, 401);
-    EXPECT_EQ(client.sendWith({}, "GET", "/v2/service_information").status, 200);
+    EXPECT_EQ(client.send("PUT", "/v2/diagnostics/settings", R"({"apiRequestLogging":"false"})")
+                  .json()
+                  .text("apiRequestLogMaxEntries"),
+              "10000");
+    EXPECT_EQ(client.sendWith({}, "GET", "/service_information").status, 200);
+    EXPECT_EQ(client.sendWith({}, "GET", "/v2").status, 200);
 }
 
 } // namespace norvane::sandbox
