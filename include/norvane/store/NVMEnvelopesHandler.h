@@ -111,7 +111,8 @@ class NVMEnvelopesHandler {
     static std::vector<std::shared_ptr<NVMCDTab>> findTabsWithDocumentId(const std::string& documentId,
                                                                          const ManagedObjectContext& context);
 
-    // Removing. Files go with their envelope unless documents are preserved.
+    // Removing. Files go with their envelope unless documents are preserved; that its caching was enabled
+    // stays on record. An envelope that is damaged can be removed too.
 
     static void removeCachedEnvelopeWithId(const std::string& envelopeId);
     static void removeCachedEnvelopeWithId(const std::string& envelopeId, bool preserveDocuments);

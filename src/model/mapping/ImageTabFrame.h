@@ -13,7 +13,7 @@ namespace norvane {
 /// unscaled where that gives 0.
 std::int64_t scaledSide(field::Number stored, double defaultSide, double scale);
 
-/// The nearest whole number within 64 bits; 0 when absent.
+/// Cut to a whole number, far within 64 bits; 0 when absent.
 std::int64_t wholePoints(field::Number number);
 
 } // namespace norvane

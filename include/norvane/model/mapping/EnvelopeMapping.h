@@ -21,7 +21,8 @@ struct NVMCDTabs;
 
 // Domain to store. Everything that a stored record owns is made anew, but for an envelope's documents: those
 // are found by their identifier and keep what the store alone knows of them. What no domain record has
-// (bookkeeping of caching and upload) stays as it is.
+// (bookkeeping of caching and upload) stays as it is. Read back, an envelope is as it was put in but for the
+// fields that NotKept.cpp lists.
 
 void nvm_mapToNVMCDEnvelope(const NVMEnvelopeTemplate& envelope, NVMCDEnvelopeDefinition& cdEnvelope);
 void nvm_mapToNvmcdDocument(const NVMDocument& document, NVMCDDocument& cdDocument);
