@@ -19,12 +19,15 @@ constexpr std::string_view kUserIdKey = "NVMUserId";
 constexpr std::string_view kRedacted = "-redacted-";
 
 /// Guards the stored credentials as a whole, against other processes on the same home too: the items and the
-/// user id belong together. A home in which no lock can be made cannot be written to by anybody else either.
+/// user id belong together. A home in which no lock can be made cannot be written to by anybody else either,
+/// and a host without a home shares nothing.
 class StoredCredentialsLock {
   public:
     StoredCredentialsLock()
-        : here_(mutex())
-        , everywhere_(FileLock::acquire(Platform::current().files->supportFolder() / "account.lock")) {}
+        : here_(mutex()) {
+        const auto& files = Platform::current().files;
+        if (files) everywhere_.emplace(FileLock::acquire(files->supportFolder() / "account.lock"));
+    }
 
   private:
     static std::mutex& mutex() {
@@ -32,7 +35,7 @@ class StoredCredentialsLock {
         return made;
     }
     const std::lock_guard<std::mutex> here_;
-    const Result<FileLock> everywhere_;
+    std::optional<Result<FileLock>> everywhere_;
 };
 
 Text fetchText(const CredentialQuery& query, std::string_view key) {
