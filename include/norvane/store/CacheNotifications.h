@@ -5,7 +5,7 @@
 namespace norvane {
 
 // Notifications of the envelope cache and the synchroniser: posted on the thread that did the work, without
-// an object, after what they tell of is on disk.
+// an object, and where nothing else is said after what they tell of is on disk.
 
 /// An envelope was stored. "envelopeId" holds its transaction identifier, deliberately; "templateId" when
 /// present.
@@ -16,9 +16,10 @@ inline constexpr std::string_view NVMEnvelopeCacheFailedNotification = "NVMEnvel
 inline constexpr std::string_view NVMEnvelopeUpdatedNotification = "NVMEnvelopeUpdatedNotification";
 /// It did not: the same, and "error".
 inline constexpr std::string_view NVMEnvelopeUpdateFailedNotification = "NVMEnvelopeUpdateFailedNotification";
-/// A stored envelope was removed: "envelopeId", "templateId" when known.
+/// A stored envelope was removed: "envelopeId", "templateId" when known. Of the copy that a finished signing
+/// replaces it is told before that one save, which takes the one out and the other in.
 inline constexpr std::string_view NVMEnvelopeUncachedNotification = "NVMEnvelopeUncachedNotification";
-/// Caching was enabled for a record: "cacheURI". The one that comes before its row is saved.
+/// Caching was enabled for a record: "cacheURI". Told before its row is saved.
 inline constexpr std::string_view NVMRecordMetaDataDidAddNotification = "NVMRecordMetaDataDidAddNotification";
 /// A record's cache status changed: its own user information, "cacheURI", "templateId", "transactionId" and
 /// "cacheStatus".
