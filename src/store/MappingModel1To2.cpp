@@ -119,7 +119,8 @@ void expectSound(Connection& connection) {
 
 Failure migrate(const std::filesystem::path& source, const std::filesystem::path& destination,
                 const std::function<void(double)>& progress) {
-    if (auto error = protectStoreFile(destination)) return error;
+    for (const auto& store : {source, destination})
+        if (auto error = protectStoreFile(store)) return error;
     std::unique_ptr<Connection> connection;
     try {
         foldJournal(source);

@@ -79,6 +79,7 @@ class MigrationTest : public StoreFixture {
 
 TEST_F(MigrationTest, AVersion1StoreOfAThousandEnvelopesComesOverOnce) {
     makeVersion1(kEnvelopes);
+    chmod(storeFile().c_str(), 0644);
     EXPECT_EQ(one("SELECT typeof(anchorHorizontalAlignment) FROM NVMCDTab"), "integer");
     const auto before = rowCounts();
     migrate();
