@@ -21,7 +21,8 @@ class Output {
     bool isJson() const { return json_; }
     /// The command's answer: the document, or the lines.
     void result(const Value& document, const std::vector<std::string>& lines) const;
-    /// An answer that is JSON already, for a person in lines with its members in the order in which they stand.
+    /// An answer that is JSON already, for a person in lines with its members in the order in which they
+    /// stand.
     void json(const std::string& text) const;
     /// "error: <description> [<reason>] (<domain>, <code>)", and with `json` the error's document.
     Exit error(const NVMError& error) const;

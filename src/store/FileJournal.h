@@ -45,7 +45,8 @@ class FileJournal {
     /// cannot be removed for certain stay in the journal, for the next set-up.
     static void removeDropped(ObjectStore& store, const std::vector<std::string>& paths);
 
-    /// The folder's files that neither a row nor the journal knows, as relative paths; half-written ones are left out.
+    /// The folder's files that neither a row nor the journal knows, as relative paths; half-written ones are
+    /// left out.
     static std::vector<std::string> unknownFiles(ObjectStore& store, std::string_view folder);
     /// Removes the folder's files that neither a row nor the journal knows.
     static void removeUnknown(ObjectStore& store, std::string_view folder);

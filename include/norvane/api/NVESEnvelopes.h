@@ -1,9 +1,9 @@
 #pragma once
 
 #include <norvane/api/NVESAccounts.h>
+#include <norvane/api/NVESObject.h>
 #include <norvane/api/NVESRecipients.h>
 #include <norvane/api/NVESTabs.h>
-#include <norvane/api/NVESObject.h>
 
 // Envelopes: what the kit sends to make one and what the service says of them.
 // A field list is a table, so its form is its own.

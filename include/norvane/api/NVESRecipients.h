@@ -1,8 +1,8 @@
 #pragma once
 
 #include <norvane/api/NVESAccounts.h>
-#include <norvane/api/NVESTabs.h>
 #include <norvane/api/NVESObject.h>
+#include <norvane/api/NVESTabs.h>
 
 // Recipient records, one struct a kind, and the lists of them that an envelope carries.
 // A field list is a table, so its form is its own.

@@ -2,8 +2,8 @@
 
 #include <norvane/api/NVESAccounts.h>
 #include <norvane/api/NVESEnvelopes.h>
-#include <norvane/api/NVESRecipients.h>
 #include <norvane/api/NVESObject.h>
+#include <norvane/api/NVESRecipients.h>
 
 // Templates as the service lists and hands them out.
 // A field list is a table, so its form is its own.

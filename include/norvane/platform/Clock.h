@@ -1,9 +1,9 @@
 #pragma once
 
+#include <norvane/platform/Date.h>
+
 #include <cstddef>
 #include <string>
-
-#include <norvane/platform/Date.h>
 
 namespace norvane {
 

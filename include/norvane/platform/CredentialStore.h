@@ -1,11 +1,11 @@
 #pragma once
 
+#include <norvane/platform/Data.h>
+#include <norvane/platform/Result.h>
+
 #include <cstdint>
 #include <optional>
 #include <string_view>
-
-#include <norvane/platform/Data.h>
-#include <norvane/platform/Result.h>
 
 namespace norvane {
 

@@ -14,7 +14,8 @@ class Data {
     Data() = default;
     explicit Data(std::string bytes)
         : bytes_(bytes.empty() ? nullptr : std::make_shared<const std::string>(std::move(bytes))) {}
-    Data(const void* bytes, std::size_t size) : Data(std::string(static_cast<const char*>(bytes), size)) {}
+    Data(const void* bytes, std::size_t size)
+        : Data(std::string(static_cast<const char*>(bytes), size)) {}
     /// Bytes that are overwritten when the last copy goes: for passwords and tokens.
     static Data secret(std::string bytes);
 

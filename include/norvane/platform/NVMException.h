@@ -10,7 +10,8 @@ namespace norvane {
 class NVMException : public std::runtime_error {
   public:
     NVMException(std::string name, const std::string& reason)
-        : std::runtime_error(reason), name_(std::move(name)) {}
+        : std::runtime_error(reason)
+        , name_(std::move(name)) {}
 
     const std::string& name() const { return name_; }
     std::string reason() const { return what(); }

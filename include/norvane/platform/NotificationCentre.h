@@ -1,10 +1,10 @@
 #pragma once
 
+#include <norvane/platform/Value.h>
+
 #include <functional>
 #include <memory>
 #include <string>
-
-#include <norvane/platform/Value.h>
 
 namespace norvane {
 

@@ -32,7 +32,8 @@ class Url {
     friend bool operator==(const Url&, const Url&) = default;
 
   private:
-    explicit Url(std::string text) : text_(std::move(text)) {}
+    explicit Url(std::string text)
+        : text_(std::move(text)) {}
     std::string text_;
 };
 
