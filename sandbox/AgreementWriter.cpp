@@ -256,8 +256,8 @@ Box AgreementWriter::signature(double x, double width, const std::string& captio
     line(x, x + width, y_ + 49, 0.6, 0.25);
     faint(canvas_->context());
     sans(x, y_ + 58, caption, 7.2);
-    // A wide signature hangs from the top of its box: so it stands on the line.
-    return {x + 8, y_ + 25, kSignatureSize.width, kSignatureSize.height};
+    // A wide signature hangs from the top of its box: lower down it stands nearer to the line.
+    return {x + 8, y_ + 18, kSignatureSize.width, kSignatureSize.height};
 }
 
 Box AgreementWriter::initials(double right, double top, const std::string& caption) {
