@@ -96,7 +96,7 @@ bool RecordReader::readRecord(dom::element value, FieldOrder& order, void* recor
         const Field* field = order.find(member.key);
         if (!field)
             keepRest(member.key, member.value, order.type(), record);
-        else if (!readMember(member.value, *field, record))
+        else if (!readMember(member.value, *field, order.memberOf(*field, record)))
             return failedIn(member.key);
         cursor_.passTokens(1);
     }
@@ -104,14 +104,14 @@ bool RecordReader::readRecord(dom::element value, FieldOrder& order, void* recor
     return true;
 }
 
-bool RecordReader::readMember(dom::element value, const Field& field, void* record) {
+bool RecordReader::readMember(dom::element value, const Field& field, void* member) {
     if (value.is_null()) {
         cursor_.passTokens(1);
         return true;
     }
     switch (field.kind) {
     case FieldKind::Text: {
-        auto& text = field.as<field::Text>(record);
+        auto& text = *static_cast<field::Text*>(member);
         if (!value.is_string()) return readText(value, text.emplace());
         setText(text, textOf(value));
         cursor_.passTokens(1);
@@ -120,17 +120,17 @@ bool RecordReader::readMember(dom::element value, const Field& field, void* reco
     case FieldKind::Bool:
     case FieldKind::Integer:
     case FieldKind::Number:
-        return readNumber(value, field, record);
+        return readNumber(value, field.kind, member);
     case FieldKind::TextList:
-        return readTexts(value, field.as<field::TextList>(record));
+        return readTexts(value, *static_cast<field::TextList*>(member));
     case FieldKind::Any:
-        return readAny(value, field.as<field::Any>(record).emplace());
+        return readAny(value, static_cast<field::Any*>(member)->emplace());
     case FieldKind::Record: {
         FieldOrder order(field.reference->type());
-        return readRecord(value, order, field.reference->emplace(field.in(record)));
+        return readRecord(value, order, field.reference->emplace(member));
     }
     case FieldKind::List:
-        return readList(value, field, record);
+        return readList(value, *field.reference, member);
     case FieldKind::DateTime:
     case FieldKind::Bytes:
     case FieldKind::Local:
@@ -176,7 +176,7 @@ bool RecordReader::readTexts(dom::element value, field::TextList& texts) {
     return true;
 }
 
-bool RecordReader::readNumber(dom::element value, const Field& field, void* record) {
+bool RecordReader::readNumber(dom::element value, FieldKind kind, void* member) {
     std::optional<double> number;
     double decimal = 0;
     bool truth = false;
@@ -187,22 +187,20 @@ bool RecordReader::readNumber(dom::element value, const Field& field, void* reco
     else if (value.is_string())
         number = decimalNumber(textOf(value));
     if (!number) return mismatch(value, "NSNumber");
-    if (field.kind == FieldKind::Number)
-        field.as<field::Number>(record).emplace(*number);
-    else if (field.kind == FieldKind::Integer)
-        field.as<std::int64_t>(record) = Value(*number).integerValue();
+    if (kind == FieldKind::Number)
+        static_cast<field::Number*>(member)->emplace(*number);
+    else if (kind == FieldKind::Integer)
+        *static_cast<field::Integer*>(member) = Value(*number).integerValue();
     else
-        field.as<bool>(record) = *number != 0;
+        *static_cast<field::Bool*>(member) = *number != 0;
     cursor_.passTokens(1);
     return true;
 }
 
-bool RecordReader::readList(dom::element value, const Field& field, void* record) {
+bool RecordReader::readList(dom::element value, const ReferenceAccess& access, void* member) {
     if (!value.is_array()) return mismatch(value, "NSArray");
     const dom::array array = value.get_array().value_unsafe();
-    const ReferenceAccess& access = *field.reference;
     FieldOrder order(access.type());
-    void* const member = field.in(record);
     access.reset(member, array.size());
     cursor_.passTokens(1);
     std::size_t index = 0;
