@@ -202,9 +202,11 @@ void cacheLimit(benchmark::State& state) {
 
 void setUpKit(benchmark::State& state) {
     setUp();
-    for (auto _ : state)
+    for (auto _ : state) {
+        ObjectStore::closeDefaultStore(); // a store that is open is kept
         NVMManager::setup();
-    if (NVMManager::setupError()) state.SkipWithError("set-up failed");
+        if (NVMManager::setupError()) state.SkipWithError("set-up failed");
+    }
 }
 
 BENCHMARK(cacheKit)->Name("cache 40 tabs : raw sqlite3/kit")->Unit(benchmark::kMillisecond)->UseRealTime();
