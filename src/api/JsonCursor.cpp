@@ -3,6 +3,7 @@
 #include <norvane/platform/Json.h>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace norvane {
 namespace {
@@ -27,7 +28,15 @@ dom::parser& parserOfThread() {
     return parser;
 }
 
-/// The parser reads a little beyond the end of a document, so it gets a copy with room for that.
+/// The parser reads a little beyond the end of a document, whatever is there. On the document's last page it
+/// may; memory is mapped by pages of this size at least.
+bool mayBeReadBeyondEnd(std::string_view text) {
+    constexpr std::uintptr_t kPage = 4096;
+    const auto last = reinterpret_cast<std::uintptr_t>(text.data() + text.size() - 1);
+    return last % kPage + simdjson::SIMDJSON_PADDING < kPage;
+}
+
+/// Any other document gets a copy with room for that.
 std::string& bufferOfThread() {
     thread_local std::string buffer;
     return buffer;
@@ -100,6 +109,8 @@ std::optional<dom::element> JsonCursor::root() {
             if (const auto error =
                     parser_.allocate(std::max(text_.size(), std::size_t{256}), kJsonMaximumDepth))
                 return error;
+        if (!text_.empty() && mayBeReadBeyondEnd(text_))
+            return parser_.parse(text_.data(), text_.size(), false).get(element);
         std::string& buffer = bufferOfThread();
         buffer.reserve(text_.size() + simdjson::SIMDJSON_PADDING);
         buffer.assign(text_);
