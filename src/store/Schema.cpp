@@ -9,8 +9,8 @@ namespace {
 constexpr const char* kOwnTables[] = {
     "CREATE TABLE nv_metadata (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID",
     "CREATE TABLE nv_file (path TEXT PRIMARY KEY, session TEXT NOT NULL, sha256 TEXT) WITHOUT ROWID",
-    "CREATE TABLE nv_uploadAttempt (transactionId TEXT PRIMARY KEY, startedAt INTEGER NOT NULL, "
-    "outcome TEXT NOT NULL, envelopeId TEXT) WITHOUT ROWID",
+    ("CREATE TABLE nv_uploadAttempt (transactionId TEXT PRIMARY KEY, startedAt INTEGER NOT NULL, "
+     "outcome TEXT NOT NULL, envelopeId TEXT) WITHOUT ROWID"),
 };
 
 std::string tableStatement(const Schema::Table& table) {
