@@ -17,7 +17,6 @@ class PageInsertion {
   public:
     PageInsertion(PdfDocument::State& target, PdfDocument::State& source, std::size_t position)
         : target_(target)
-        , source_(source)
         , position_(position) {
         if (source.qpdf->getRoot().hasKey("/AcroForm")) {
             targetForm_.emplace(*target.qpdf);
@@ -49,7 +48,6 @@ class PageInsertion {
 
   private:
     PdfDocument::State& target_;
-    PdfDocument::State& source_;
     std::size_t position_;
     std::size_t count_ = 0;
     bool isKept_ = false;
