@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 namespace norvane {
 
@@ -87,6 +88,31 @@ TEST_F(CommandLineTest, ShowsTheAccountItsFoldersAndWhatLiesInThem) {
     EXPECT_EQ(account["userSettings"]["selfSignedRecipientEmailDocument"], Value("include_link"));
     EXPECT_TRUE(account["consumerDisclosureId"].isString());
     EXPECT_EQ(run({"account", "show"}).output.find(service_.credentials().apiPassword), std::string::npos);
+}
+
+TEST_F(CommandLineTest, CallsAnyOperationAndNamesTheKeysOfRecords) {
+    EXPECT_EQ(run({"api", "listTemplates"}).status, 1) << "nobody is signed in";
+    signIn();
+    const Run listed = run({"api", "listTemplates", "count=2"});
+    ASSERT_EQ(listed.status, 0) << listed.errors;
+    const Value templates = listed.json()["envelopeTemplates"];
+    ASSERT_EQ(templates.asArray()->size(), 2u);
+    const std::string id = *templates.asArray()->front()["templateId"].asString();
+    const std::string file = folder_.path() / "combined.pdf";
+    const std::vector<std::string> download = {"api",      "getDocument", "templateId=" + id,
+                                               "--output", file,          "documentId=combined"};
+    EXPECT_EQ(run(download).status, 0);
+    std::string start(5, ' ');
+    std::ifstream(file).read(start.data(), 5);
+    EXPECT_EQ(start, "%PDF-");
+    for (const std::vector<std::string>& wrong : {std::vector<std::string>{"api", "nonsense"},
+                                                  {"api", "getDocument", "templateId=" + id},
+                                                  {"api", "listTemplates", "colour=red"}})
+        EXPECT_EQ(run(wrong).status, 2);
+    EXPECT_EQ(run({"api", "getTemplateWithId", "templateId=none"}).status, 1) << "the service knows no such";
+    EXPECT_EQ(writeJson(run({"records", "NVESListItem"}).json()),
+              R"({"NVESListItem":[{"key":"text","kind":"string"},{"key":"value","kind":"string"},)"
+              R"({"key":"selected","kind":"string"}]})");
 }
 
 TEST_F(CommandLineTest, AnEnvelopeWhoseUploadIsCutOffStaysAndGoesWithTheNextSync) {
