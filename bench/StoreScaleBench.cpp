@@ -8,6 +8,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -97,6 +98,29 @@ void findOne(benchmark::State& state, int count) {
             state.SkipWithError("it was not found");
 }
 
+/// One envelope of forty tabs more, in a save of its own.
+void insertOne(benchmark::State& state, int count) {
+    const StoreInUse store(count, Size::Large);
+    if (!store.isReady()) return state.SkipWithError("no store");
+    const auto added = envelope(count, Size::Large);
+    const auto save = [&](const std::function<void(ManagedObjectContext&)>& change) {
+        const auto error = ObjectStore::defaultStore()->saveAndWait([&](ManagedObjectContext& context) {
+            change(context);
+            return Failure();
+        });
+        if (error) state.SkipWithError("it could not be saved");
+    };
+    for (auto _ : state) {
+        save([&](ManagedObjectContext& context) { context.insert(envelope(count, Size::Large)); });
+        state.PauseTiming();
+        save([&](ManagedObjectContext& context) {
+            context.removeMatching(NVMCDEnvelopeDefinition::fetchRequest().where(
+                "envelopeId", FetchRequest::Match::Equal, *added->envelopeId));
+        });
+        state.ResumeTiming();
+    }
+}
+
 void openLarge(benchmark::State& state) {
     const StoreInUse store(10'000, Size::Large);
     if (!store.isReady()) return state.SkipWithError("no store");
@@ -124,6 +148,22 @@ BENCHMARK_CAPTURE(findOne, many, 10'000)
 BENCHMARK_CAPTURE(findOne, few, 100)
     ->Name("find one of 10,000 : of 100/limit")
     ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(insertOne, thousand, 1'000)
+    ->Name("cache into 1,000 : into 100/kit")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(insertOne, first, 100)
+    ->Name("cache into 1,000 : into 100/limit")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(insertOne, many, 10'000)
+    ->Name("cache into 10,000 : into 100/kit")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(insertOne, few, 100)
+    ->Name("cache into 10,000 : into 100/limit")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK(openLarge)
     ->Name("set-up with a store of 10,000 envelopes/kit")
     ->Unit(benchmark::kMillisecond)
