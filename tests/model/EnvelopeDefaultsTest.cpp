@@ -175,6 +175,11 @@ TEST_F(EnvelopeDefaults, CustomFieldsMergeByName) {
     NVESEnvelopeDefinition wire;
     applyCustomFields(wire, given.get());
     EXPECT_EQ(wire.customFields->textCustomFields->front()->required, "false");
+    list->required = true;
+    const auto alone = createNVESListCustomFieldFromUserDefinedCustomField(*list);
+    EXPECT_EQ(alone->required, "true");
+    EXPECT_EQ(alone->listItems, list->listItems);
+    EXPECT_EQ(createNVESTextCustomFieldFromUserDefinedCustomField(*text)->value, "new");
 }
 
 } // namespace

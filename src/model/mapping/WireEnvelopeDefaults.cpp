@@ -49,6 +49,16 @@ void applyCustomFields(NVESEnvelopeDefinition& envelope, const NVMCustomFields* 
     mergeCustomFields(fields->listCustomFields, envelope.customFields->listCustomFields);
 }
 
+std::shared_ptr<NVESTextCustomField>
+createNVESTextCustomFieldFromUserDefinedCustomField(const NVMTextCustomField& field) {
+    return domainToWire.make<NVESTextCustomField>(field);
+}
+
+std::shared_ptr<NVESListCustomField>
+createNVESListCustomFieldFromUserDefinedCustomField(const NVMListCustomField& field) {
+    return domainToWire.make<NVESListCustomField>(field);
+}
+
 void updateSubjectAndNoteForEnvelope(NVESEnvelopeDefinition& envelope,
                                      const std::optional<std::string>& emailSubject,
                                      const std::optional<std::string>& emailBlurb) {

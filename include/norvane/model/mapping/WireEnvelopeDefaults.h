@@ -5,7 +5,8 @@
 namespace norvane {
 
 struct NVESEnvelopeDefinition;
-struct NVESTabs;
+struct NVESListCustomField;
+struct NVESTextCustomField;
 
 // The host's defaults put into an envelope that is sent online, by the rules of NVMEnvelopeDefinition.
 
@@ -18,6 +19,11 @@ std::optional<std::string> tabValueForNVESTabLabel(const std::optional<std::stri
                                                    const TabValueDefaults& defaults);
 /// Fields of the envelope that have the name of a given one take its value, the others are added.
 void applyCustomFields(NVESEnvelopeDefinition& envelope, const NVMCustomFields* given);
+/// The field as it is sent: like-named fields are copied, its Booleans are "true" or "false".
+std::shared_ptr<NVESTextCustomField>
+createNVESTextCustomFieldFromUserDefinedCustomField(const NVMTextCustomField& field);
+std::shared_ptr<NVESListCustomField>
+createNVESListCustomFieldFromUserDefinedCustomField(const NVMListCustomField& field);
 /// Copies `emailSubject` and `emailBlurb`, each only when present.
 void updateSubjectAndNoteForEnvelope(NVESEnvelopeDefinition& envelope,
                                      const std::optional<std::string>& emailSubject,
