@@ -41,6 +41,7 @@ NVMEnvelopeDefinition::NVMEnvelopeDefinition(const NVMEnvelopeTemplate& envelope
     : NVMEnvelopeTemplate(envelope, includePdfs) {}
 
 TabList NVMEnvelopeDefinition::tagsForDocumentId(const std::optional<std::string>& documentId) const {
+    if (!documentId) return {};
     TabList tags = allTags();
     std::erase_if(tags, [&](const auto& tab) { return tab->documentId != documentId; });
     return tags;

@@ -96,6 +96,7 @@ TabList NVMEnvelopeTemplate::allTags() const {
 }
 
 TabList NVMEnvelopeTemplate::tagsForDocument(const NVMDocument& document) const {
+    if (!document.documentId) return {};
     TabList tags = allTags();
     std::erase_if(tags, [&](const auto& tab) { return tab->documentId != document.documentId; });
     return tags;
