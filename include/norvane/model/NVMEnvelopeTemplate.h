@@ -24,7 +24,8 @@ struct NVMCDEnvelopeTemplate;
     FIELD(R, List<NVMDocument>, documents) FIELD(R, Record<NVMDocument>, combinedDocument) \
     FIELD(R, Record<NVMRecipients>, recipients) FIELD(R, Record<NVMNotification>, notification) \
     FIELD(R, Record<NVMCustomFields>, customFields) FIELD(R, Record<NVMEmailSettings>, emailSettings) \
-    FIELD(R, Text, envelopeId) FIELD(R, Text, transactionId) FIELD(R, Text, status) FIELD(R, Text, purgeState) FIELD(R, Text, brandId) \
+    FIELD(R, Text, envelopeId) FIELD(R, Text, transactionId) FIELD(R, Text, status) \
+    FIELD(R, Text, purgeState) FIELD(R, Text, brandId) \
     FIELD(R, Text, signingLocation) FIELD(R, Text, voidedReason) FIELD(R, Text, envelopeUri) \
     FIELD(R, Text, documentsUri) FIELD(R, Text, documentsCombinedUri) \
     FIELD(R, Text, recipientsUri) FIELD(R, Text, customFieldsUri) FIELD(R, Text, notificationUri) \
