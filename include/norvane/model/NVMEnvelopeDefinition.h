@@ -33,8 +33,6 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
     /// files.
     NVMEnvelopeDefinition(const NVMCDEnvelopeDefinition& stored, bool withDocuments);
 
-    /// `allTags` on that document; none for an absent id.
-    TabList tagsForDocumentId(const std::optional<std::string>& documentId) const;
     /// By the integer value of `order`, equal ones as they stand; an order that is no number counts as 0.
     DocumentList sortedDocumentsByOrder() const;
     /// Joins the documents, in that order, into one PDF and makes it the `combinedDocument`, with its bytes

@@ -71,6 +71,8 @@ struct NVMEnvelopeTemplate : NVMEnvelopeHelperProtocol {
     radioGroupsForSigner(const std::shared_ptr<NVMRecipient>& signer) const override;
     TabList allTags() const override;
     TabList tagsForDocument(const NVMDocument& document) const override;
+    /// `allTags` on that document; none for an absent id.
+    TabList tagsForDocumentId(const std::optional<std::string>& documentId) const;
     std::shared_ptr<NVMRadioGroup>
     radioGroupWith(const NVMRadio& radio, const std::shared_ptr<NVMRecipient>& forRecipient) const override;
     RecipientList localSignersWithOnlyIncomplete(bool onlyIncomplete) const override;
