@@ -79,16 +79,6 @@ Result<Value> templateRecipients(NVMEnvelopeDefinition& envelope, const std::str
     return Value(std::move(views));
 }
 
-Failure apply(NVMEnvelopeDefinition& envelope, const NVMEnvelopeDefaults& defaults) {
-    if (defaults.recipientDefaults)
-        if (Failure failure = envelope.updateRecipientsWithRecipientDefaults(*defaults.recipientDefaults))
-            return failure;
-    envelope.applyTabValueDefaults(defaults.tabValueDefaults);
-    envelope.applyCustomFields(defaults.customFields);
-    envelope.updateSubjectAndNoteForEnvelope(defaults);
-    return std::nullopt;
-}
-
 Result<Value> applyDefaults(NVMEnvelopeDefinition& envelope, const std::string& file) {
     const auto text = readTextFile(file);
     if (!text) return text.error();
@@ -97,7 +87,7 @@ Result<Value> applyDefaults(NVMEnvelopeDefinition& envelope, const std::string& 
     Array posted;
     const auto observer = Platform::current().notifications->addObserver(
         "", [&](const Notification& notification) { posted.push_back(notification.name); });
-    const Failure failure = apply(envelope, *defaults);
+    const Failure failure = defaults->applyTo(envelope);
     return Value(Dictionary{{"ok", !failure},
                             {"error", failure ? Value(failure->failureReason()) : Value()},
                             {"envelope", valuesFromEnvelope(envelope)},

@@ -50,6 +50,8 @@ Failure configure(const Value& config) {
     for (const auto& [key, value] : *config.asDictionary()) {
         if (!defaultConfigurations().contains(key))
             return wrong("\"config." + key + "\" is not a configuration key.");
+        if (value.isArray() || value.isDictionary())
+            return wrong("\"config." + key + "\" must be a text, a number, true or false.");
         if (Failure failure = nvm_setDefaults(value, key)) return failure;
     }
     return std::nullopt;

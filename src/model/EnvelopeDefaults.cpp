@@ -28,4 +28,14 @@ bool NVMEnvelopeDefaults::hasValidEnvelopeRecipients(Failure& error) const {
     return false;
 }
 
+Failure NVMEnvelopeDefaults::applyTo(NVMEnvelopeDefinition& envelope) const {
+    if (recipientDefaults)
+        if (Failure failure = envelope.updateRecipientsWithRecipientDefaults(*recipientDefaults))
+            return failure;
+    envelope.applyTabValueDefaults(tabValueDefaults);
+    envelope.applyCustomFields(customFields);
+    envelope.updateSubjectAndNoteForEnvelope(*this);
+    return std::nullopt;
+}
+
 } // namespace norvane

@@ -40,12 +40,6 @@ class Selections {
 NVMEnvelopeDefinition::NVMEnvelopeDefinition(const NVMEnvelopeTemplate& envelope, bool includePdfs)
     : NVMEnvelopeTemplate(envelope, includePdfs) {}
 
-TabList NVMEnvelopeDefinition::tagsForDocumentId(const std::optional<std::string>& documentId) const {
-    TabList tags = allTags();
-    std::erase_if(tags, [&](const auto& tab) { return tab->documentId != documentId; });
-    return tags;
-}
-
 DocumentList NVMEnvelopeDefinition::sortedDocumentsByOrder() const {
     DocumentList sorted = allDocuments();
     std::stable_sort(sorted.begin(), sorted.end(),

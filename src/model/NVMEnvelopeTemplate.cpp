@@ -96,8 +96,13 @@ TabList NVMEnvelopeTemplate::allTags() const {
 }
 
 TabList NVMEnvelopeTemplate::tagsForDocument(const NVMDocument& document) const {
+    return tagsForDocumentId(document.documentId);
+}
+
+TabList NVMEnvelopeTemplate::tagsForDocumentId(const std::optional<std::string>& documentId) const {
+    if (!documentId) return {};
     TabList tags = allTags();
-    std::erase_if(tags, [&](const auto& tab) { return tab->documentId != document.documentId; });
+    std::erase_if(tags, [&](const auto& tab) { return tab->documentId != documentId; });
     return tags;
 }
 

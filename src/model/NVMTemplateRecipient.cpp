@@ -2,6 +2,8 @@
 #include <norvane/platform/TextCompare.h>
 #include <norvane/sdk/NVMCredentials.h>
 
+#include <algorithm>
+
 namespace norvane {
 
 NORVANE_TABLE(NVMTemplateRecipient, NVM_TEMPLATE_RECIPIENT_FIELDS)
@@ -50,12 +52,10 @@ NVMTemplateRecipient::NVMTemplateRecipient(const NVMRecipient& recipient)
 }
 
 bool NVMTemplateRecipient::isSenderRole() const {
-    if (!roleName) return false;
-    for (const std::string_view role : kSenderRoles)
-        if (foldedEqual(*roleName, role, Diacritics::Ignore) ||
-            foldedEqual(*roleName, "@" + std::string(role), Diacritics::Ignore))
-            return true;
-    return false;
+    return std::any_of(std::begin(kSenderRoles), std::end(kSenderRoles), [&](std::string_view role) {
+        return nvm_caseAndDiacriticInsensitivelyMatches(roleName, std::string(role)) ||
+               nvm_caseAndDiacriticInsensitivelyMatches(roleName, "@" + std::string(role));
+    });
 }
 
 bool NVMTemplateRecipient::isEditable() const { return !editDisabled && disabledProperties != kAllDisabled; }

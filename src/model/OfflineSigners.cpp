@@ -54,7 +54,7 @@ std::shared_ptr<NVMRecipients> NVMEnvelopeTemplate::signedRecipients() const {
     RecipientList signers = allSigners();
     std::erase_if(signers, [&](const auto& signer) {
         return !signer->hasOfflineSigningHash() || !signer->signedDateTime ||
-               signer->routingOrder > static_cast<double>(currentRoutingOrder) ||
+               signer->routingOrder.value_or(0) > static_cast<double>(currentRoutingOrder) ||
                signer->status == kStatusCompleted;
     });
     return recipientsOf(signers);

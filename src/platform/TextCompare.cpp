@@ -72,6 +72,11 @@ bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics) 
     return a == b || foldedText(a, diacritics) == foldedText(b, diacritics);
 }
 
+bool nvm_caseAndDiacriticInsensitivelyMatches(const std::optional<std::string>& a,
+                                              const std::optional<std::string>& b) {
+    return a && b && foldedEqual(*a, *b, Diacritics::Ignore);
+}
+
 bool foldedContains(std::string_view text, std::string_view part) {
     return foldedText(text, Diacritics::Ignore).find(foldedText(part, Diacritics::Ignore)) !=
            std::string::npos;

@@ -4,8 +4,8 @@
 namespace norvane {
 
 bool NVMAccount::caseInsensitivelyMatchesName(const Text& name, const Text& andEmail) const {
-    return foldedEqual(userName, name, Diacritics::Ignore) &&
-           foldedEqual(email, andEmail, Diacritics::Ignore);
+    return nvm_caseAndDiacriticInsensitivelyMatches(userName, name) &&
+           nvm_caseAndDiacriticInsensitivelyMatches(email, andEmail);
 }
 
 } // namespace norvane

@@ -14,17 +14,9 @@ namespace norvane {
 namespace {
 
 Failure applyDefaults(NVMEnvelopeDefinition& envelope, const NVMEnvelopeDefaults& defaults) {
-    if (defaults.recipientDefaults && !defaults.recipientDefaults->empty()) {
-        // Removals alone leave nothing to check, and no error.
-        Failure invalid;
-        if (!defaults.hasValidEnvelopeRecipients(invalid) && invalid) return invalid;
-        if (Failure failure = envelope.updateRecipientsWithRecipientDefaults(*defaults.recipientDefaults))
-            return failure;
-    }
-    envelope.applyTabValueDefaults(defaults.tabValueDefaults);
-    if (defaults.customFields) envelope.applyCustomFields(defaults.customFields);
-    envelope.updateSubjectAndNoteForEnvelope(defaults);
-    return std::nullopt;
+    Failure invalid; // Stays absent where there is nothing to check.
+    if (!defaults.hasValidEnvelopeRecipients(invalid) && invalid) return invalid;
+    return defaults.applyTo(envelope);
 }
 
 /// Signing begins with the first who are to sign, whatever the template says of a turn.

@@ -1,3 +1,4 @@
+#include "src/templates/CombinedDocumentName.h"
 #include "src/templates/StoredTemplates.h"
 #include "src/templates/TemplateImport.h"
 
@@ -50,16 +51,6 @@ Result<KeptPdf> keepPdf(const std::filesystem::path& download) {
     if (!error) return kept;
     files.remove(download);
     return *std::move(error);
-}
-
-std::string combinedName(const std::vector<std::shared_ptr<NVMCDDocument>>& documents) {
-    std::string joined;
-    for (const auto& document : documents) {
-        const std::string name = std::filesystem::path(document->name.value_or("")).stem().string();
-        if (!joined.empty() && !name.empty()) joined += "_";
-        joined += name;
-    }
-    return joined.empty() ? "combined_document" : joined;
 }
 
 /// Downloads the PDFs of one template and stores it with them. After the downloads everything happens on the
@@ -151,9 +142,9 @@ class TemplateCaching : public std::enable_shared_from_this<TemplateCaching> {
             document->_sha256 = pdf.sha256;
         }
         auto combined = std::make_shared<NVMCDDocument>();
-        combined->name = combinedName(*record->documents);
+        combined->name = combinedDocumentName(*record->documents);
         combined->uri = wire_->documentsCombinedUri;
-        combined->documentId.emplace("1");
+        combined->documentId.emplace(kCombinedDocumentId);
         combined->sandboxFilePath = combinedPdf_.path;
         combined->_sha256 = combinedPdf_.sha256;
         record->combinedDocument = std::move(combined);

@@ -73,6 +73,8 @@ TEST_F(QueryCommand, NamesWhatIsWrong) {
     expectError(R"({"recipients": {"signer": []}})", {"allRecipients"}, "recipients.signer");
     expectError(R"({"account": {"name": "x"}})", {"allRecipients"}, "account.name");
     expectError(R"({"config": {"nvm.setup.none": true}})", {"allRecipients"}, "nvm.setup.none");
+    expectError(R"({"config": {"nvm.setup.tab.defaults.comparision": [1]}})", {"allRecipients"},
+                "config.nvm.setup.tab.defaults.comparision");
     expectError(kEnvelope, {"tagsForSigner", "9"}, "\"9\"");
     expectError(kEnvelope, {"applyDefaults", "nowhere.json"}, "nowhere.json");
     EXPECT_EQ(ask(kEnvelope, {"allSinners"}).status, 2);

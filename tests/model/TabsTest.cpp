@@ -66,6 +66,9 @@ TEST_F(Tabs, TabsAreAddedByClassAndRemovedByIdentity) {
     const auto company = add<NVMCompany>("a");
     const auto radio = addRadioGroup();
     EXPECT_EQ(signer_->tabs->allTabs().size(), 3u);
+    company->documentId = "7";
+    EXPECT_EQ(envelope_->tagsForDocumentId("7"), TabList{company});
+    EXPECT_TRUE(envelope_->tagsForDocument(NVMDocument()).empty()) << "an absent id matches nothing";
     EXPECT_FALSE(signer_->tabs->addTab(std::make_shared<NVMTab>()));
     EXPECT_FALSE(signer_->tabs->removeTab(std::make_shared<NVMCompany>(*company)));
     EXPECT_TRUE(signer_->tabs->removeTab(company));

@@ -66,6 +66,22 @@ TEST(StringKeys, EveryKeyThatTheSourcesUseHasATextInEveryLanguage) {
     }
 }
 
+/// The places that are filled in, in ascending order.
+std::multiset<std::string> placesIn(const std::string& text) {
+    static const std::regex place(R"(\{\d\})");
+    return {std::sregex_token_iterator(text.begin(), text.end(), place), std::sregex_token_iterator()};
+}
+
+TEST(StringKeys, EveryLanguageFillsInWhatEnglishDoes) {
+    for (const auto& table : embeddedStrings()) {
+        const Value texts = *parseJson(table.json);
+        EXPECT_EQ(texts.asDictionary()->size(), english().size()) << table.locale;
+        for (const auto& [key, text] : english())
+            EXPECT_EQ(placesIn(texts[key].stringValue().value_or("")), placesIn(*text.asString()))
+                << table.locale << " " << key;
+    }
+}
+
 TEST(StringKeys, SixLanguagesMayReorderWhatIsFilledIn) {
     std::set<std::string> locales;
     for (const auto& table : embeddedStrings())

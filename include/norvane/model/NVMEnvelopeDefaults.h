@@ -26,6 +26,9 @@ struct NVMEnvelopeDefaults {
     /// recipient have valid names and e-mails. `error` gets the last fault found; it stays untouched for an
     /// empty list.
     bool hasValidEnvelopeRecipients(Failure& error) const;
+    /// Puts recipients, tab values, custom fields, subject and blurb into the envelope, in this order. An
+    /// error of the recipients ends it; what was applied before stays applied.
+    Failure applyTo(NVMEnvelopeDefinition& envelope) const;
 };
 
 } // namespace norvane

@@ -4,6 +4,7 @@
 #include <norvane/platform/Result.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,10 +33,14 @@ struct NVMEnvelopeDefinition : NVMEnvelopeTemplate {
     /// files.
     NVMEnvelopeDefinition(const NVMCDEnvelopeDefinition& stored, bool withDocuments);
 
-    /// `allTags` on that document.
-    TabList tagsForDocumentId(const std::optional<std::string>& documentId) const;
     /// By the integer value of `order`, equal ones as they stand; an order that is no number counts as 0.
     DocumentList sortedDocumentsByOrder() const;
+    /// Joins the documents, in that order, into one PDF and makes it the `combinedDocument`, with its bytes
+    /// and without a file. Documents without bytes are read from their files; a single one is taken as it is,
+    /// which keeps its digital signatures valid. Blocks while it works; the completion follows on the main
+    /// queue, with the error when there are no documents or one cannot be read or joined. Nothing changes
+    /// then.
+    void createCombinedDocumentWithCompletion(std::function<void(Failure)> completion);
 
     void assignLabelsAndIDsToTabs() { assignLabelsAndIDsToTabsWithForceAssign(false); }
     /// Gives tabs without one a label ("Text tab 3") and an id ("3"), numbered through all signers in the

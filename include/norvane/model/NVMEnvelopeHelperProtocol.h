@@ -40,6 +40,7 @@ class NVMEnvelopeHelperProtocol {
     radioGroupsForSigner(const std::shared_ptr<NVMRecipient>& signer) const = 0;
     /// The tabs of all signers, then of all in-person signers.
     virtual TabList allTags() const = 0;
+    /// Those of them on that document; none when it has no id.
     virtual TabList tagsForDocument(const NVMDocument& document) const = 0;
     /// The group of the recipient that holds this very radio or a copy of it; an equal id in another radio
     /// does not count, deliberately.

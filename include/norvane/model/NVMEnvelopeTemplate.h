@@ -24,7 +24,8 @@ struct NVMCDEnvelopeTemplate;
     FIELD(R, List<NVMDocument>, documents) FIELD(R, Record<NVMDocument>, combinedDocument) \
     FIELD(R, Record<NVMRecipients>, recipients) FIELD(R, Record<NVMNotification>, notification) \
     FIELD(R, Record<NVMCustomFields>, customFields) FIELD(R, Record<NVMEmailSettings>, emailSettings) \
-    FIELD(R, Text, envelopeId) FIELD(R, Text, transactionId) FIELD(R, Text, status) FIELD(R, Text, purgeState) FIELD(R, Text, brandId) \
+    FIELD(R, Text, envelopeId) FIELD(R, Text, transactionId) FIELD(R, Text, status) \
+    FIELD(R, Text, purgeState) FIELD(R, Text, brandId) \
     FIELD(R, Text, signingLocation) FIELD(R, Text, voidedReason) FIELD(R, Text, envelopeUri) \
     FIELD(R, Text, documentsUri) FIELD(R, Text, documentsCombinedUri) \
     FIELD(R, Text, recipientsUri) FIELD(R, Text, customFieldsUri) FIELD(R, Text, notificationUri) \
@@ -70,6 +71,8 @@ struct NVMEnvelopeTemplate : NVMEnvelopeHelperProtocol {
     radioGroupsForSigner(const std::shared_ptr<NVMRecipient>& signer) const override;
     TabList allTags() const override;
     TabList tagsForDocument(const NVMDocument& document) const override;
+    /// `allTags` on that document; none for an absent id.
+    TabList tagsForDocumentId(const std::optional<std::string>& documentId) const;
     std::shared_ptr<NVMRadioGroup>
     radioGroupWith(const NVMRadio& radio, const std::shared_ptr<NVMRecipient>& forRecipient) const override;
     RecipientList localSignersWithOnlyIncomplete(bool onlyIncomplete) const override;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <concepts>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -21,11 +20,10 @@ std::string foldedText(std::string_view text, Diacritics diacritics = Diacritics
 /// Whether two texts are the same ignoring case, and diacritics when asked to: "JOSÉ" is "josé", and with
 /// `Ignore` also "Jose"; "STRASSE" is "straße". The rules of no particular language.
 bool foldedEqual(std::string_view a, std::string_view b, Diacritics diacritics = Diacritics::Regard);
-/// An absent text equals nothing, not even another absent one.
-template <std::same_as<std::optional<std::string>> T>
-bool foldedEqual(const T& a, const T& b, Diacritics diacritics = Diacritics::Regard) {
-    return a && b && foldedEqual(std::string_view(*a), std::string_view(*b), diacritics);
-}
+/// How names, e-mails and roles are matched: the same ignoring case and diacritics. An absent text matches
+/// nothing, not even another absent one.
+bool nvm_caseAndDiacriticInsensitivelyMatches(const std::optional<std::string>& a,
+                                              const std::optional<std::string>& b);
 
 /// Whether `text` contains `part`, ignoring case and diacritics; every text contains the empty one.
 bool foldedContains(std::string_view text, std::string_view part);

@@ -1,6 +1,6 @@
 #include "src/model/mapping/StoreToDomain.h"
 
-#include <norvane/model/mapping/EnvelopeMapping.h>
+#include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/store/DocumentFiles.h>
 #include <norvane/store/NVMCDEnvelopes.h>
 #include <norvane/store/NVMCDTemplates.h>
@@ -95,63 +95,6 @@ NVMEnvelopeDefinition::NVMEnvelopeDefinition(const NVMCDEnvelopeDefinition& stor
         readPdfs(stored.documents, documents);
     else
         documents.reset();
-}
-
-namespace {
-
-template <class T, class Stored>
-std::shared_ptr<T> make(const Stored& stored) {
-    return std::make_shared<T>(stored);
-}
-
-} // namespace
-
-std::shared_ptr<NVMRecipient> recipientOfType(NVMRecipientType type, const NVMCDRecipient& stored) {
-    switch (type) {
-    case NVMRecipientTypeAgent:
-        return make<NVMAgent>(stored);
-    case NVMRecipientTypeCarbonCopy:
-        return make<NVMCarbonCopy>(stored);
-    case NVMRecipientTypeCertifiedDelivery:
-        return make<NVMCertifiedDelivery>(stored);
-    case NVMRecipientTypeEditor:
-        return make<NVMEditor>(stored);
-    case NVMRecipientTypeIntermediary:
-        return make<NVMIntermediary>(stored);
-    case NVMRecipientTypeInPersonSigner:
-        return make<NVMInPersonSigner>(stored);
-    case NVMRecipientTypeSigner:
-        return make<NVMSigner>(stored);
-    default:
-        return nullptr;
-    }
-}
-
-std::shared_ptr<NVMTab> tabOfType(NVMTabType type, const NVMCDTab& stored) {
-    switch (type) {
-    case NVMTabTypeSignHere:
-        return make<NVMSignHere>(stored);
-    case NVMTabTypeInitialHere:
-        return make<NVMInitialHere>(stored);
-    case NVMTabTypeText:
-        return make<NVMText>(stored);
-    case NVMTabTypeCheckbox:
-        return make<NVMCheckbox>(stored);
-    case NVMTabTypeCompany:
-        return make<NVMCompany>(stored);
-    case NVMTabTypeTitle:
-        return make<NVMTitle>(stored);
-    case NVMTabTypeFullName:
-        return make<NVMFullName>(stored);
-    case NVMTabTypeDateSigned:
-        return make<NVMDateSigned>(stored);
-    case NVMTabTypeFormula:
-        return make<NVMFormula>(stored);
-    case NVMTabTypeRadio:
-        return make<NVMRadio>(stored);
-    default:
-        return nullptr;
-    }
 }
 
 } // namespace norvane

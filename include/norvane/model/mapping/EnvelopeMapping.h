@@ -1,8 +1,6 @@
 #pragma once
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
-#include <norvane/model/NVMRecipientType.h>
-#include <norvane/model/NVMTabType.h>
 
 #include <memory>
 
@@ -11,7 +9,6 @@ namespace norvane {
 struct NVESEnvelopeDefinition;
 struct NVMCDDocument;
 struct NVMCDEnvelopeDefinition;
-struct NVMCDEnvelopeTemplate;
 struct NVMCDRecipient;
 struct NVMCDTab;
 struct NVMCDTabs;
@@ -31,13 +28,6 @@ void nvm_mapToNvmcdRecipient(const NVMRecipient& recipient, NVMCDRecipient& cdRe
 /// A tab of any kind. What the stored tab held of another kind is gone afterwards.
 void nvm_mapNvmcdTab(NVMCDTab& cdTab, const NVMTab& fromNVMTab);
 std::shared_ptr<NVMCDTabs> nvmcdTabsFromNVMTabs(const NVMTabs& tabs);
-
-// Store to domain, where the kind is known at run time only.
-
-/// Null for numbers outside 1 to 7.
-std::shared_ptr<NVMRecipient> recipientOfType(NVMRecipientType type, const NVMCDRecipient& stored);
-/// Null for numbers outside 1 to 10.
-std::shared_ptr<NVMTab> tabOfType(NVMTabType type, const NVMCDTab& stored);
 
 // Store to wire.
 
