@@ -6,6 +6,8 @@
 #include <norvane/platform/Platform.h>
 #include <norvane/signing/SigningNotifications.h>
 
+#include <utility>
+
 namespace norvane::cli {
 
 namespace {
@@ -148,6 +150,10 @@ void ScriptedSigningView::tapNextPlaceToSign() {
         if (!imageTab || (imageTab->imageData && imageTab->imageData->data)) continue;
         const bool isInitial = tab->tabType == NVMTabTypeInitialHere;
         if (!(isInitial ? signer_->initials : signer_->signature)) continue;
+        if (std::exchange(lastTapped_, tab) == tab) {
+            refuse(nameOf(*tab), "cannot be signed", "TAB_NOT_EDITABLE");
+            return;
+        }
         controller->didTapOnAnnotation(tab->tabId.value_or(""));
         return post(&ScriptedSigningView::tapNextPlaceToSign);
     }

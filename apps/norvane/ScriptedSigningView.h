@@ -58,6 +58,7 @@ class ScriptedSigningView : public NativeSigningView,
     std::size_t next_ = 0; ///< index of the script's signer whose turn is awaited
     const ScriptedSigner* signer_ = nullptr;
     std::shared_ptr<NVMRecipient> recipient_;
+    std::shared_ptr<NVMTab> lastTapped_; ///< place to sign; a tap on it shows its effect before the next
     std::shared_ptr<void> turnEndObserver_;
     Failure failure_;
 };

@@ -192,6 +192,15 @@ TEST_F(CommandLineTest, AScriptThatDoesNotFitIsRefusedByNameAndKeepsNothing) {
     arguments.insert(arguments.end(), {"--preview", (folder_.path() / "nowhere" / "preview.pdf").string()});
     EXPECT_EQ(run(arguments).json()["error"]["reason"], Value("PREVIEW_UNWRITABLE"));
     EXPECT_EQ(envelopesOnDevice(home_), 0u);
+
+    const auto nowhere = folder_.file("tabs.json", R"({"signHereTabs":[{"tabLabel":"Far Away","tabId":"900",)"
+                                                   R"("documentId":"1","pageNumber":"99"}]})");
+    ASSERT_EQ(run({"api", "NVESTemplatesApi.createTabs", "templateId=" + leaseId(), "recipientId=1", "--body",
+                   nowhere.string()})
+                  .status,
+              0);
+    cacheLease();
+    expectRefused({}, "TAB_NOT_EDITABLE", "Far Away");
 }
 
 TEST_F(CommandLineTest, AScriptChoosesRadioButtonsByTheNameOfTheirGroup) {
