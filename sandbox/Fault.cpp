@@ -133,8 +133,8 @@ FaultResult faultFromJson(const Json& json) {
             result.fault.method = value.asText();
         } else if (key == "path" && value.isText()) {
             result.fault.path = value.asText();
-        } else if (key == "body" && value.isText()) {
-            result.fault.body = value.asText();
+        } else if (key == "body" && (value.isText() || value.isObject())) {
+            result.fault.body = value.isText() ? value.asText() : value.write();
         } else if (key == "kind") {
             const auto kind = kindNamed(value.asText());
             if (!kind) return {{}, "unknown kind"};

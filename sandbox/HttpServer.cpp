@@ -250,12 +250,7 @@ class HttpServer::Listener {
                          asio::ssl::context::no_tlsv1_1);
         tls_.use_certificate_chain_file(options.certificateChain.string());
         tls_.use_private_key_file(options.privateKey.string(), asio::ssl::context::pem);
-        const tcp::endpoint endpoint(asio::ip::make_address(options.host), options.port);
-        acceptor_.open(endpoint.protocol());
-        acceptor_.set_option(tcp::acceptor::reuse_address(true));
-        acceptor_.bind(endpoint);
-        acceptor_.listen();
-        port_ = acceptor_.local_endpoint().port();
+        listen(tcp::endpoint(asio::ip::make_address(options.host), options.port));
     }
     ~Listener() {
         context_.stop();
@@ -273,6 +268,18 @@ class HttpServer::Listener {
     }
 
   private:
+    void listen(const tcp::endpoint& endpoint) {
+        acceptor_.open(endpoint.protocol());
+        acceptor_.set_option(tcp::acceptor::reuse_address(true));
+        boost::system::error_code problem;
+        acceptor_.bind(endpoint, problem);
+        if (problem)
+            throw std::runtime_error("cannot listen on " + endpoint.address().to_string() + ":" +
+                                     std::to_string(endpoint.port()) + ": " + problem.message());
+        acceptor_.listen();
+        port_ = acceptor_.local_endpoint().port();
+    }
+
     asio::awaitable<void> accept() {
         for (;;) {
             error_code error;

@@ -20,6 +20,8 @@ using norvane::sandbox::Json;
 using norvane::sandbox::parseFault;
 using norvane::sandbox::SandboxService;
 
+constexpr int kWrongUsage = 2;
+
 constexpr const char* kDescription =
     R"(A signing service of your own, to develop and test hosts against.
 
@@ -111,13 +113,17 @@ int main(int argc, char** argv) {
     app.add_option("--fault", faults, "something to do wrong; may be repeated, see below")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    CLI11_PARSE(app, argc, argv);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& problem) {
+        return app.exit(problem) == 0 ? 0 : kWrongUsage;
+    }
     options.dataFolder = dataFolder;
     for (const std::string& text : faults) {
         const auto fault = parseFault(text);
         if (!fault.ok()) {
             std::fprintf(stderr, "norvane-sandbox: --fault '%s': %s\n", text.c_str(), fault.error.c_str());
-            return 2;
+            return kWrongUsage;
         }
         options.faults.push_back(fault.fault);
     }

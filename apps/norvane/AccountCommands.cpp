@@ -81,7 +81,7 @@ void login(Context& context, const LoginArguments& arguments) {
     }
     Dictionary document = describe(*outcome.info);
     if (outcome.error) {
-        context.output().warning(outcome.error->localizedDescription());
+        warn(outcome.error->localizedDescription());
         document["warning"] = Output::describe(*outcome.error);
     }
     context.output().result(document, lines(*outcome.info));

@@ -3,8 +3,6 @@
 #include <norvane/platform/Platform.h>
 #include <norvane/sdk/NVMManager.h>
 
-#include <iostream>
-
 namespace norvane::cli {
 
 namespace {
@@ -19,7 +17,7 @@ class SelfAnsweringAlerts : public Alerts {
             return;
         }
     }
-    void showError(const std::string& message) override { std::cerr << "warning: " << message << '\n'; }
+    void showError(const std::string& message) override { warn(message); }
 };
 
 } // namespace

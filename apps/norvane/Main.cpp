@@ -36,9 +36,9 @@ norvane::cli::Exit explain(const CLI::App& program, const CLI::ParseError& error
 
 int main(int argc, char** argv) {
     using namespace norvane::cli;
+    using norvane::NVMError;
     Context context;
     CLI::App program(kDescription, "norvane");
-    program.footer(kFooter);
     program.require_subcommand(1);
     program.fallthrough();
     program.add_option("--home", context.options.home, "Folder that holds all of the application's folders");
@@ -70,6 +70,7 @@ int main(int argc, char** argv) {
     addRecordsCommand(program, context);
     addQueryCommand(program, context);
     addValidateCommand(program, context);
+    program.footer(kFooter); // last: commands take over the footer that they find
     try {
         program.parse(argc, argv);
     } catch (const CLI::RuntimeError& stop) {
@@ -77,5 +78,8 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         context.exit = explain(program, error);
     }
+    if (!std::cout.flush())
+        context.exit = Output(false).error(
+            NVMError::make("norvane.command", 0, "The output could not be written.", "OUTPUT_FAILED"));
     return static_cast<int>(context.exit);
 }

@@ -10,6 +10,8 @@ namespace norvane::cli {
 
 namespace {
 
+constexpr const char* kEraseLine = "\r\033[K";
+
 /// JSON text with a line for each member and element.
 std::string indented(std::string_view json) {
     std::string result;
@@ -68,8 +70,6 @@ Exit Output::error(const NVMError& error) const {
     return Exit::KitError;
 }
 
-void Output::warning(const std::string& text) const { std::cerr << "warning: " << text << '\n'; }
-
 Value Output::describe(const NVMError& error) {
     std::string description = error.localizedDescription();
     std::string reason = error.failureReason();
@@ -83,6 +83,11 @@ Value Output::describe(const NVMError& error) {
     }
     return Dictionary{
         {"domain", error.domain}, {"code", error.code}, {"description", description}, {"reason", reason}};
+}
+
+void warn(const std::string& text) {
+    if (isatty(STDERR_FILENO) != 0) std::cerr << kEraseLine;
+    std::cerr << "warning: " << text << '\n';
 }
 
 void ListOutput::add(const Value& element, const std::string& line) {
@@ -106,7 +111,7 @@ Progress::Progress(std::string title, std::size_t total)
 }
 
 Progress::~Progress() {
-    if (visible_) std::cerr << "\r\033[K" << std::flush;
+    if (visible_) std::cerr << kEraseLine << std::flush;
 }
 
 void Progress::advance(const std::string& what) {

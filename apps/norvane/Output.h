@@ -26,7 +26,6 @@ class Output {
     void json(const std::string& text) const;
     /// "error: <description> [<reason>] (<domain>, <code>)", and with `json` the error's document.
     Exit error(const NVMError& error) const;
-    void warning(const std::string& text) const;
 
     /// {"domain", "code", "description", "reason"}.
     static Value describe(const NVMError& error);
@@ -34,6 +33,9 @@ class Output {
   private:
     bool json_;
 };
+
+/// A line on standard error, in the place of a progress bar where one is drawn.
+void warn(const std::string& text);
 
 /// An answer that is a list, printed as it comes: it need not fit into memory.
 class ListOutput {

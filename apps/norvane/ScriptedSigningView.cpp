@@ -2,9 +2,34 @@
 
 #include <norvane/model/NVMCheckbox.h>
 #include <norvane/model/NVMEnvelopeDefinition.h>
+#include <norvane/model/NVMRadioGroup.h>
 #include <norvane/platform/Platform.h>
+#include <norvane/signing/SigningNotifications.h>
+
+#include <utility>
 
 namespace norvane::cli {
+
+namespace {
+
+/// The names in quotes, joined by commas.
+std::string listed(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names)
+        text += (text.empty() ? "\"" : ", \"") + name + "\"";
+    return text;
+}
+
+} // namespace
+
+void ScriptedSigningView::setController(const std::shared_ptr<NVMNativeSigningViewController>& controller) {
+    controller_ = controller;
+    turnEndObserver_ = Platform::current().notifications->addObserver(
+        std::string(NVMEnvelopeRecipientDidEndOfflineSigningNotification),
+        [self = weak_from_this()](const Notification&) {
+            if (const auto view = self.lock()) view->turnEnded();
+        });
+}
 
 void ScriptedSigningView::post(Step step) {
     Platform::current().executors->mainQueue()->async([self = weak_from_this(), step] {
@@ -22,7 +47,7 @@ void ScriptedSigningView::fail(const std::string& description, const std::string
 }
 
 void ScriptedSigningView::showSigners(const std::vector<std::shared_ptr<NVMRecipient>>& signers) {
-    std::string names;
+    std::vector<std::string> names;
     for (const auto& recipient : signers) {
         const std::string name = recipient->nvm_name();
         if (next_ < script_.signers.size() && script_.signers[next_].recipient == name) {
@@ -32,11 +57,12 @@ void ScriptedSigningView::showSigners(const std::vector<std::shared_ptr<NVMRecip
             });
             return;
         }
-        names += (names.empty() ? "\"" : ", \"") + name + "\"";
+        names.push_back(name);
     }
     if (next_ >= script_.signers.size())
-        return fail("The script ends, but still to sign: " + names + ".", "SIGNER_MISSING");
-    fail("It is not the turn of \"" + script_.signers[next_].recipient + "\". To sign now: " + names + ".",
+        return fail("The script ends, but still to sign: " + listed(names) + ".", "SIGNER_MISSING");
+    fail("It is not the turn of \"" + script_.signers[next_].recipient + "\". To sign now: " + listed(names) +
+             ".",
          "SIGNER_OUT_OF_TURN");
 }
 
@@ -67,32 +93,53 @@ void ScriptedSigningView::fillTabs() {
 }
 
 bool ScriptedSigningView::fillTab(const std::string& label, const Value& value) {
-    const auto controller = controller_.lock();
+    const auto& envelope = controller_.lock()->envelope();
     bool found = false;
-    const auto tabs = controller->envelope()->tagsForSigner(recipient_);
+    const auto tabs = envelope->tagsForSigner(recipient_);
     for (const auto& tab : tabs ? *tabs : std::vector<std::shared_ptr<NVMTab>>{}) {
-        if (tab->tabLabel != label) continue;
+        if (tab->tabLabel != label || tab->tabType == NVMTabTypeRadio) continue;
         found = true;
-        const auto* checkbox = dynamic_cast<const NVMCheckbox*>(tab.get());
-        if ((checkbox != nullptr) != value.isBool()) {
-            fail("The tab \"" + label + "\" of " + signer_->recipient +
-                     (checkbox ? " is a check box: it takes true or false." : " takes a text."),
-                 "TAB_VALUE_INVALID");
-            return false;
-        }
-        const std::string id = tab->tabId.value_or("");
-        if (checkbox && checkbox->selected != value.boolValue()) controller->didTapOnAnnotation(id);
-        if (!checkbox) controller->textViewDidChange(id, *value.asString());
-        const bool taken =
-            checkbox ? checkbox->selected == value.boolValue() : tab->value == *value.asString();
-        if (!taken) {
-            fail("The tab \"" + label + "\" of " + signer_->recipient + " cannot be changed.",
-                 "TAB_NOT_EDITABLE");
-            return false;
-        }
+        if (!fillTextOrCheckbox(*tab, value)) return false;
+    }
+    const auto groups = envelope->radioGroupsForSigner(recipient_);
+    for (const auto& group : groups ? *groups : std::vector<std::shared_ptr<NVMRadioGroup>>{}) {
+        if (group->groupName != label || !group->radios) continue;
+        found = true;
+        if (!chooseRadio(*group, value)) return false;
     }
     if (!found) fail(signer_->recipient + " has no tab \"" + label + "\".", "TAB_UNKNOWN");
     return found;
+}
+
+bool ScriptedSigningView::fillTextOrCheckbox(NVMTab& tab, const Value& value) {
+    const auto controller = controller_.lock();
+    const std::string& label = *tab.tabLabel;
+    const auto* checkbox = dynamic_cast<const NVMCheckbox*>(&tab);
+    if (checkbox && !value.isBool())
+        return refuse(label, "is a check box: it takes true or false", "TAB_VALUE_INVALID");
+    if (!checkbox && value.isBool()) return refuse(label, "takes a text", "TAB_VALUE_INVALID");
+    const std::string id = tab.tabId.value_or("");
+    if (checkbox && checkbox->selected != value.boolValue()) controller->didTapOnAnnotation(id);
+    if (!checkbox) controller->textViewDidChange(id, *value.asString());
+    const bool isTaken = checkbox ? checkbox->selected == value.boolValue() : tab.value == *value.asString();
+    return isTaken || refuse(label, "cannot be changed", "TAB_NOT_EDITABLE");
+}
+
+bool ScriptedSigningView::chooseRadio(const NVMRadioGroup& group, const Value& value) {
+    std::vector<std::string> choices;
+    for (const auto& radio : *group.radios) {
+        choices.push_back(radio->value.value_or(""));
+        if (!value.isString() || choices.back() != *value.asString()) continue;
+        controller_.lock()->didTapOnAnnotation(radio->tabId.value_or(""));
+        return radio->selected || refuse(*group.groupName, "cannot be changed", "TAB_NOT_EDITABLE");
+    }
+    return refuse(*group.groupName, "is a choice between " + listed(choices), "TAB_VALUE_INVALID");
+}
+
+bool ScriptedSigningView::refuse(const std::string& label, const std::string& why,
+                                 const std::string& reason) {
+    fail("The tab \"" + label + "\" of " + signer_->recipient + " " + why + ".", reason);
+    return false;
 }
 
 void ScriptedSigningView::tapNextPlaceToSign() {
@@ -103,6 +150,10 @@ void ScriptedSigningView::tapNextPlaceToSign() {
         if (!imageTab || (imageTab->imageData && imageTab->imageData->data)) continue;
         const bool isInitial = tab->tabType == NVMTabTypeInitialHere;
         if (!(isInitial ? signer_->initials : signer_->signature)) continue;
+        if (std::exchange(lastTapped_, tab) == tab) {
+            refuse(nameOf(*tab), "cannot be signed", "TAB_NOT_EDITABLE");
+            return;
+        }
         controller->didTapOnAnnotation(tab->tabId.value_or(""));
         return post(&ScriptedSigningView::tapNextPlaceToSign);
     }
@@ -123,13 +174,34 @@ void ScriptedSigningView::showSignatureCapture(bool initials) {
 
 void ScriptedSigningView::finishTurn() {
     const auto controller = controller_.lock();
-    std::string missing;
+    std::vector<std::string> missing;
     for (const auto& tab : controller->remainingRequiredTags())
-        missing += (missing.empty() ? "\"" : ", \"") + tab->tabLabel.value_or(tab->tabId.value_or("")) + "\"";
+        if (const std::string name = nameOf(*tab); missing.empty() || missing.back() != name)
+            missing.push_back(name);
     if (!missing.empty())
-        return fail("Required and still blank for " + signer_->recipient + ": " + missing + ".",
+        return fail("Required and still blank for " + signer_->recipient + ": " + listed(missing) + ".",
                     "REQUIRED_TAB_BLANK");
     controller->finishTapped();
+}
+
+/// After the last turn nobody may be left in the script. Ends the signing at once: the envelope would be kept
+/// next.
+void ScriptedSigningView::turnEnded() {
+    const auto controller = controller_.lock();
+    const bool isLast = controller && controller->envelope()->incompleteLocalSigners().empty();
+    if (!isLast || failure_ || next_ >= script_.signers.size()) return;
+    failure_ = NVMError::make("norvane.command", 0,
+                              "\"" + script_.signers[next_].recipient + "\" has no turn: after \"" +
+                                  signer_->recipient + "\" nobody is left to sign here.",
+                              "SIGNER_OUT_OF_TURN");
+    controller->exitNativeSigning();
+}
+
+std::string ScriptedSigningView::nameOf(const NVMTab& tab) const {
+    if (const auto* radio = dynamic_cast<const NVMRadio*>(&tab))
+        if (const auto group = controller_.lock()->envelope()->radioGroupWith(*radio, recipient_))
+            return group->groupName.value_or("");
+    return tab.tabLabel.value_or(tab.tabId.value_or(""));
 }
 
 } // namespace norvane::cli

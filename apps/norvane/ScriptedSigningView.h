@@ -20,9 +20,7 @@ class ScriptedSigningView : public NativeSigningView,
   public:
     explicit ScriptedSigningView(SigningScript script)
         : script_(std::move(script)) {}
-    void setController(const std::shared_ptr<NVMNativeSigningViewController>& controller) {
-        controller_ = controller;
-    }
+    void setController(const std::shared_ptr<NVMNativeSigningViewController>& controller);
     const Failure& failure() const { return failure_; }
 
     void showTitle(const std::string&) override {}
@@ -44,15 +42,24 @@ class ScriptedSigningView : public NativeSigningView,
     void post(Step step);
     void fail(const std::string& description, const std::string& reason);
     void fillTabs();
+    /// False when the tab cannot be filled so, which ends the signing.
     bool fillTab(const std::string& label, const Value& value);
+    bool fillTextOrCheckbox(NVMTab& tab, const Value& value);
+    bool chooseRadio(const NVMRadioGroup& group, const Value& value);
+    bool refuse(const std::string& label, const std::string& why, const std::string& reason);
     void tapNextPlaceToSign();
     void finishTurn();
+    void turnEnded();
+    /// What the script calls the tab: its label, or the name of its radio group.
+    std::string nameOf(const NVMTab& tab) const;
 
     SigningScript script_;
     std::weak_ptr<NVMNativeSigningViewController> controller_;
     std::size_t next_ = 0; ///< index of the script's signer whose turn is awaited
     const ScriptedSigner* signer_ = nullptr;
     std::shared_ptr<NVMRecipient> recipient_;
+    std::shared_ptr<NVMTab> lastTapped_; ///< place to sign; a tap on it shows its effect before the next
+    std::shared_ptr<void> turnEndObserver_;
     Failure failure_;
 };
 

@@ -9,6 +9,7 @@
 #include <norvane/signing/SignedPreview.h>
 
 #include <CLI/CLI.hpp>
+#include <unistd.h>
 
 namespace norvane::cli {
 
@@ -54,12 +55,30 @@ Failure runSigning(const std::shared_ptr<NVMEnvelopeDefinition>& envelope, Signi
     return failure;
 }
 
+/// Before anybody signs: an envelope must not come of a command that then fails.
+Failure checkPreviewPlace(const std::optional<std::filesystem::path>& preview) {
+    if (!preview) return std::nullopt;
+    const auto folder = std::filesystem::absolute(*preview).parent_path();
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(*preview, ignored) && std::filesystem::is_directory(folder, ignored) &&
+        access(folder.c_str(), W_OK | X_OK) == 0)
+        return std::nullopt;
+    return NVMError::make("norvane.command", 0, "The preview cannot be written to " + preview->string() + ".",
+                          "PREVIEW_UNWRITABLE");
+}
+
+Failure writePreview(const NVMEnvelopeDefinition& envelope, const std::filesystem::path& file) {
+    const auto preview = signedPreviewOf(envelope);
+    if (!preview) return preview.error();
+    return Platform::current().files->write(std::filesystem::absolute(file), *preview);
+}
+
 void sign(Context& context, const SignArguments& arguments) {
     if (!isUuidString(arguments.templateId)) {
         context.failed(NVM_errorInvalidInput());
         return;
     }
-    if (context.failed(openKit())) return;
+    if (context.failed(checkPreviewPlace(arguments.preview)) || context.failed(openKit())) return;
     auto script = readSigningScript(arguments.script);
     if (!script) {
         context.failed(script.error());
@@ -72,14 +91,12 @@ void sign(Context& context, const SignArguments& arguments) {
         return;
     }
     if (context.failed(runSigning(*envelope, *script))) return;
-    if (arguments.preview) {
-        const auto preview = signedPreviewOf(**envelope);
-        if (context.failed(preview ? Failure() : Failure(preview.error()))) return;
-        if (context.failed(
-                Platform::current().files->write(std::filesystem::absolute(*arguments.preview), *preview)))
-            return;
+    const std::string transactionId = (*envelope)->transactionId.value_or("");
+    if (arguments.preview && context.failed(writePreview(**envelope, *arguments.preview))) {
+        warn("Only the preview is missing: the envelope is signed and waits for upload as " + transactionId);
+        return;
     }
-    std::vector<std::string> lines{"signed; waits for upload as " + (*envelope)->transactionId.value_or("")};
+    std::vector<std::string> lines{"signed; waits for upload as " + transactionId};
     for (const ScriptedSigner& signer : script->signers)
         lines.push_back("  " + signer.recipient);
     context.output().result(describe(**envelope, *script), lines);
@@ -93,6 +110,7 @@ The script is JSON:
                 "tabValueDefaults": {"City": "Oslo"}, "emailSubject": "..."},
    "signers": [{"recipient": "Ann Smith", "tabs": {"Phone": "555 0100", "I agree": true},
                 "signature": "ann.json", "initials": "ann-initials.png"}]}
+Tabs go by their labels; a group of radio buttons goes by its name and takes the value of the one to choose.
 A signature is a PNG, or {"color": "black|blue|red", "width": 6, "strokes": [[[x, y, t], ...], ...]}.)";
 
 } // namespace

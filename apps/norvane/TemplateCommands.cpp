@@ -107,18 +107,26 @@ std::string line(const Dictionary& entry) {
     return text("templateId") + "  " + text("name") + "  " + text("pageCount") + " page(s)";
 }
 
-void cache(Context& context, const std::vector<std::string>& ids) {
-    if (context.failed(openKit())) return;
-    NVMTemplatesManager manager;
-    Array document;
-    std::vector<std::string> lines;
+/// Stops at the first that cannot be cached.
+Failure cacheEach(NVMTemplatesManager& manager, const std::vector<std::string>& ids) {
     Progress progress("caching", ids.size());
     for (const std::string& id : ids) {
         const Answer<Failure> answer;
         manager.cacheTemplateWithId(
             id, [answer](std::optional<NVMError> error) { answer.give(std::move(error)); });
-        if (context.failed(answer.wait())) return;
+        if (Failure failure = answer.wait()) return failure;
         progress.advance(id);
+    }
+    return std::nullopt;
+}
+
+void cache(Context& context, const std::vector<std::string>& ids) {
+    if (context.failed(openKit())) return;
+    NVMTemplatesManager manager;
+    if (context.failed(cacheEach(manager, ids))) return;
+    Array document;
+    std::vector<std::string> lines;
+    for (const std::string& id : ids) {
         const auto cached = manager.cachedTemplateWithId(id, false);
         if (!cached) continue;
         document.push_back(describe(*cached));

@@ -11,16 +11,6 @@ namespace {
 /// An answer may be large, and error texts end up in alerts and in the store.
 constexpr std::size_t kQuotedBytes = 200;
 
-std::string quoted(std::string_view received) {
-    if (!simdjson::validate_utf8(received.data(), received.size()))
-        return std::to_string(received.size()) + " bytes";
-    if (received.size() <= kQuotedBytes) return std::string(received);
-    std::size_t end = kQuotedBytes;
-    while (end > 0 && (static_cast<unsigned char>(received[end]) & 0xC0) == 0x80)
-        --end;
-    return std::string(received.substr(0, end)) + "...";
-}
-
 NVMError makeError(DeserializationError code, std::string description) {
     NVMError error = NVMError::make(std::string(kDeserializationErrorDomain), static_cast<std::int64_t>(code),
                                     std::move(description));
@@ -31,9 +21,19 @@ NVMError makeError(DeserializationError code, std::string description) {
 
 } // namespace
 
+std::string quotedAnswer(std::string_view received) {
+    if (!simdjson::validate_utf8(received.data(), received.size()))
+        return std::to_string(received.size()) + " bytes";
+    if (received.size() <= kQuotedBytes) return std::string(received);
+    std::size_t end = kQuotedBytes;
+    while (end > 0 && (static_cast<unsigned char>(received[end]) & 0xC0) == 0x80)
+        --end;
+    return std::string(received.substr(0, end)) + "...";
+}
+
 NVMError typeMismatch(std::string_view received, std::string_view type, std::string path) {
     NVMError error =
-        makeError(DeserializationError::TypeMismatch, "Received response [" + quoted(received) +
+        makeError(DeserializationError::TypeMismatch, "Received response [" + quotedAnswer(received) +
                                                           "] is not an object of type " + std::string(type));
     if (!path.empty()) error.userInfo.emplace(kJsonPathKey, std::move(path));
     return error;
@@ -47,7 +47,7 @@ NVMError nullInResponse() {
 NVMError unknownType(std::string_view type, std::string_view received) {
     return makeError(DeserializationError::UnknownType, "Unknown response expected type " +
                                                             std::string(type) +
-                                                            " [response: " + quoted(received) + "]");
+                                                            " [response: " + quotedAnswer(received) + "]");
 }
 
 } // namespace norvane

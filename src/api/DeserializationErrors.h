@@ -8,6 +8,9 @@
 
 namespace norvane {
 
+/// What an error text says of an answer: its first 200 bytes, or only its length when it is no UTF-8.
+std::string quotedAnswer(std::string_view received);
+
 /// "Received response [%@] is not an object of type %@". A path says where in the answer it stands.
 NVMError typeMismatch(std::string_view received, std::string_view type, std::string path = {});
 /// "Received response contains null value in dictionary or array response"

@@ -1,4 +1,5 @@
 #include "src/api/ClientState.h"
+#include "src/api/DeserializationErrors.h"
 #include "src/api/RequestBuilder.h"
 
 #include <norvane/api/NVESApiClient.h>
@@ -35,9 +36,11 @@ Value decoded(const Data& body) {
 }
 
 NVMError statusError(const HttpResponse& response) {
-    NVMError error = NVMError::make(std::string(kStatusErrorDomain), response.status,
-                                    "Request failed (" + std::to_string(response.status) + ")");
     const Value body = decoded(response.body);
+    std::string description = "Request failed (" + std::to_string(response.status) + ")";
+    if (const std::string* message = body["message"].asString(); message && !message->empty())
+        description += ": " + quotedAnswer(*message);
+    NVMError error = NVMError::make(std::string(kStatusErrorDomain), response.status, std::move(description));
     if (body.isNull()) return error;
     error.userInfo.emplace(kServiceResponseObjectKey, body);
     const Dictionary* dictionary = body.asDictionary();

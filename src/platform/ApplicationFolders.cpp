@@ -20,13 +20,14 @@ fs::path xdgFolder(const char* variable, std::string_view belowHome) {
     return fs::path(home ? home : "/") / belowHome;
 }
 
-/// Makes the folder and those above it, each for the user alone; tightens the folder when it was there.
+/// Makes the folder and those above it, each for the user alone.
 Failure makePrivateFolder(const fs::path& folder) {
-    if (mkdir(folder.c_str(), 0700) == 0) return syncParent(folder);
-    if (errno == ENOENT && folder.has_parent_path() && folder.parent_path() != folder) {
+    bool isMade = mkdir(folder.c_str(), 0700) == 0;
+    if (!isMade && errno == ENOENT && folder.has_parent_path() && folder.parent_path() != folder) {
         if (auto error = makePrivateFolder(folder.parent_path())) return error;
-        return makePrivateFolder(folder);
+        isMade = mkdir(folder.c_str(), 0700) == 0; // some file systems say ENOENT of a parent that is there
     }
+    if (isMade) return syncParent(folder);
     if (errno != EEXIST) return fileError(errno, folder);
     struct stat status {};
     if (stat(folder.c_str(), &status) != 0) return fileError(errno, folder);

@@ -84,13 +84,10 @@ void NVMNativeSigningViewController::setupWithEnvelope() {
 
 void NVMNativeSigningViewController::switchToSigners() {
     const auto recipients = envelope()->allOfflineRecipientsInCurrentRoutingOrder();
+    const auto unsignedSigners = envelope()->incompleteLocalSigners();
+    if (unsignedSigners.empty()) return end(NVM_errorOfflineSigningUnavailable());
     const bool madeHere = envelope()->isLocallyOriginatedEnvelope() && !envelope()->isCreatedFromTemplate();
-    if (recipients.size() == 1 || madeHere) {
-        const auto unsignedSigners = envelope()->incompleteLocalSigners();
-        if (unsignedSigners.empty()) return end(NVM_errorOfflineSigningUnavailable());
-        return switchToSigner(unsignedSigners.front());
-    }
-    if (recipients.empty()) return end(NVM_errorOfflineSigningUnavailable());
+    if (recipients.size() == 1 || madeHere) return switchToSigner(unsignedSigners.front());
     nvm_notifySelectRecipientWillShowSigningWithUserInfo(nvm_userInfoWithRecipients(recipients, envelope()));
     if (envelope()->allOfflineRecipientsInCurrentRoutingOrder().size() == recipients.size())
         displayChooseNextSignerIfIncomplete();

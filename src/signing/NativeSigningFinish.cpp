@@ -51,7 +51,7 @@ void NVMNativeSigningViewController::finalizeCurrentRecipient() {
     nameLastFinishedSigning_ = currentRecipient_->nvm_name();
     nvm_notifyEnvelopeRecipientDidEndOfflineSigningWithUserInfo(
         nvm_userInfoWithRecipient(currentRecipient_, envelope()));
-    finishOrSwitchToSigners();
+    if (!isOver_) finishOrSwitchToSigners(); // whoever was told may have ended the signing
 }
 
 void NVMNativeSigningViewController::updateCurrentRoutingOrder() {

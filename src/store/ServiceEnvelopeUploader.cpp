@@ -57,18 +57,23 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
                       [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
-/// Adds what the records say under the identifiers as they were asked for.
+/// Adds what the records say under the identifiers as they were asked for, with empty text for an envelope
+/// that the service knows of but has not named.
 template <class Records>
 void addFound(std::map<std::string, std::string>& found, const std::vector<std::string>& asked,
               const Records& records) {
     if (!records) return;
     for (const auto& record : *records) {
-        if (!record->transactionId || !record->envelopeId || record->envelopeId->empty()) continue;
-        for (const auto& transactionId : asked)
-            if (equalIgnoringCase(transactionId, *record->transactionId))
-                found.emplace(transactionId, *record->envelopeId);
+        if (!record->transactionId) continue;
+        for (const auto& transactionId : asked) {
+            if (!equalIgnoringCase(transactionId, *record->transactionId)) continue;
+            std::string& envelopeId = found[transactionId];
+            if (envelopeId.empty()) envelopeId = record->envelopeId.value_or("");
+        }
     }
 }
+
+bool isUnnamed(const std::pair<const std::string, std::string>& entry) { return entry.second.empty(); }
 
 std::string joinedByCommas(const std::vector<std::string>& texts) {
     std::string joined;
@@ -100,6 +105,8 @@ class ServiceEnvelopeUploader final : public EnvelopeUploader {
                 std::map<std::string, std::string> found;
                 addFound(found, asked, information->envelopeTransactionStatuses);
                 addFound(found, asked, information->envelopes);
+                // Sent again it might be there twice, removed here it might be nowhere: asked again later.
+                if (std::any_of(found.begin(), found.end(), isUnnamed)) return completion(noEnvelopeId());
                 completion(std::move(found));
             });
     }

@@ -177,9 +177,56 @@ TEST_F(CommandLineTest, AScriptThatDoesNotFitIsRefusedByNameAndKeepsNothing) {
                   "SIGNER_MISSING", "Tomas Alder");
     expectRefused(
         [](Dictionary& script) {
+            Array signers = *script["signers"].asArray();
+            signers.push_back(Dictionary{{"recipient", "Nora Third"}});
+            script["signers"] = std::move(signers);
+        },
+        "SIGNER_OUT_OF_TURN", "Nora Third");
+    expectRefused(
+        [](Dictionary& script) {
             editSigner(script, 1, [](Dictionary& signer) { signer["signature"] = "nowhere.json"; });
         },
         "SIGNATURE_FILE_INVALID", "nowhere.json");
+
+    auto arguments = signArguments();
+    arguments.insert(arguments.end(), {"--preview", (folder_.path() / "nowhere" / "preview.pdf").string()});
+    EXPECT_EQ(run(arguments).json()["error"]["reason"], Value("PREVIEW_UNWRITABLE"));
+    EXPECT_EQ(envelopesOnDevice(home_), 0u);
+
+    const auto nowhere = folder_.file("tabs.json", R"({"signHereTabs":[{"tabLabel":"Far Away","tabId":"900",)"
+                                                   R"("documentId":"1","pageNumber":"99"}]})");
+    ASSERT_EQ(run({"api", "NVESTemplatesApi.createTabs", "templateId=" + leaseId(), "recipientId=1", "--body",
+                   nowhere.string()})
+                  .status,
+              0);
+    cacheLease();
+    expectRefused({}, "TAB_NOT_EDITABLE", "Far Away");
+}
+
+TEST_F(CommandLineTest, AScriptChoosesRadioButtonsByTheNameOfTheirGroup) {
+    signIn();
+    ASSERT_EQ(run({"templates", "cache", sandbox::kRentalTemplateId}).status, 0);
+    const auto sign = [this](const Value& choice) {
+        const auto script = leaseScript([&](Dictionary& content) {
+            Dictionary defaults = *content["defaults"].asDictionary();
+            Dictionary renter = *defaults["recipientDefaults"].asArray()->front().asDictionary();
+            renter["recipientRoleName"] = "Renter";
+            content["defaults"] = Dictionary{{"recipientDefaults", Array{renter}}};
+            Dictionary tabs{{"Renter Company", "Lindqvist & Co"}, {"Delivery Address", "Quay 3"}};
+            if (!choice.isNull()) tabs["Hand-over"] = choice;
+            editSigner(content, 0, [&](Dictionary& signer) { signer["tabs"] = tabs; });
+            content["signers"] = Array{content["signers"].asArray()->front()};
+        });
+        return run({"--json", "sign", sandbox::kRentalTemplateId, "--script", script.string()});
+    };
+    const Run blank = sign({});
+    EXPECT_EQ(blank.json()["error"]["reason"], Value("REQUIRED_TAB_BLANK"));
+    EXPECT_NE(blank.errors.find("\"Hand-over\"."), std::string::npos) << blank.errors;
+    EXPECT_NE(sign("Carrier pigeon").errors.find("\"Collect\""), std::string::npos) << "names the choices";
+    EXPECT_EQ(sign(true).json()["error"]["reason"], Value("TAB_VALUE_INVALID"));
+    ASSERT_EQ(sign("Deliver").status, 0);
+    ASSERT_EQ(run({"sync"}).status, 0);
+    EXPECT_EQ(service_.receivedEnvelopes().at(0).warnings, std::vector<std::string>());
 }
 
 TEST_F(CommandLineTest, WrongCredentialsAndWrongUsageAreToldApart) {

@@ -37,6 +37,9 @@ TEST_F(PlatformTest, NamesTheFolderThatItCannotMake) {
     ASSERT_FALSE(completed.ok());
     EXPECT_EQ(completed.error().domain, kFileErrorDomain);
     EXPECT_EQ(completed.error().code, ENOTDIR);
+
+    options.home = "/proc/home"; // there, making a folder fails as if the one above it were missing
+    EXPECT_FALSE(Platform::complete({}, options).ok());
 }
 
 TEST_F(PlatformTest, TakesTheHostsMainQueue) {
