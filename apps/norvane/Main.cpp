@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <csignal>
 #include <iostream>
 
 namespace {
@@ -36,6 +37,8 @@ norvane::cli::Exit explain(const CLI::App& program, const CLI::ParseError& error
 
 int main(int argc, char** argv) {
     using namespace norvane::cli;
+    // A file that may not grow is an error of the kit, like any other.
+    std::signal(SIGXFSZ, SIG_IGN);
     Context context;
     CLI::App program(kDescription, "norvane");
     program.footer(kFooter);
