@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <csignal>
 #include <iostream>
 
 namespace {
@@ -37,6 +38,8 @@ norvane::cli::Exit explain(const CLI::App& program, const CLI::ParseError& error
 int main(int argc, char** argv) {
     using namespace norvane::cli;
     using norvane::NVMError;
+    // A file that may not grow is an error of the kit, like any other.
+    std::signal(SIGXFSZ, SIG_IGN);
     Context context;
     CLI::App program(kDescription, "norvane");
     program.require_subcommand(1);

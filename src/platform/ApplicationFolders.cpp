@@ -45,7 +45,10 @@ bool isOnOneFileSystem(const fs::path& a, const fs::path& b) {
 
 ApplicationFolders applicationFolders(const PlatformOptions& options) {
     if (options.home) {
-        const fs::path& home = *options.home;
+        // A document's address must hold wherever the process goes.
+        std::error_code unknown;
+        const fs::path whole = fs::absolute(*options.home, unknown);
+        const fs::path& home = unknown ? *options.home : whole;
         const fs::path caches = home / "caches";
         return {home / "Documents", home / "support", caches, caches / "tmp", home / "defaults"};
     }

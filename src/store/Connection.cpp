@@ -16,6 +16,11 @@ Connection::Connection(const std::filesystem::path& file, Use use)
     : database_(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX | SQLite::OPEN_NOFOLLOW,
                 kBusyMilliseconds) {
     sqlite3_extended_result_codes(handle(), 1);
+    // A column that is not there is an error, not a text of its name.
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    // The triggers tell what others change.
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     try {
         run("PRAGMA trusted_schema = OFF");
         run("PRAGMA cell_size_check = ON");

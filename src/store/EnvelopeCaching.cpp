@@ -2,6 +2,7 @@
 #include "src/store/EnvelopeRemoval.h"
 #include "src/store/Notify.h"
 #include "src/store/StoreErrorOf.h"
+#include "src/store/StoredEnvelope.h"
 #include "src/store/UploadAttempts.h"
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
@@ -86,7 +87,9 @@ void replaceEarlier(EnvelopeSave& save, ManagedObjectContext& context) {
 }
 
 Failure updateEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {
-    const auto stored = NVMEnvelopesHandler::findEnvelopeWithId(save.domain.envelopeId.value_or(""), context);
+    const auto found = storedEnvelope(save.domain.envelopeId.value_or(""), context);
+    if (!found) return found.error();
+    const Envelope& stored = *found;
     if (!stored) return storeError(StoreError::NotFound, "The envelope is not stored.");
     const auto before = EnvelopeDocuments::paths(*stored);
     const auto transactionId = stored->transactionId;

@@ -55,6 +55,11 @@ Failure uploadAndWait(const std::shared_ptr<NVMCDEnvelopeDefinition>& envelope,
     }
 }
 
+void tell(const NVMError& error) {
+    if (!configuredValueForSetupKey(NVM_SETUP_OFFLINE_SIGNING_HIDE_ALERTS_KEY))
+        Platform::current().alerts->showError(error.localizedDescription());
+}
+
 bool waitsForUpload(const NVMCDEnvelopeDefinition& envelope) {
     return envelope.syncPending.value_or(0) != 0 && envelope.status != "created";
 }
@@ -77,7 +82,7 @@ void NVMEnvelopeSynchronizer::syncEnvelope(EnvelopeRun& run) {
     const auto loaded = store->defaultContext().objectWithID<NVMCDEnvelopeDefinition>(run.id);
     if (!loaded) {
         run.error = loaded.error();
-        return;
+        return tell(*run.error);
     }
     const auto& envelope = *loaded;
     run.isGone = !envelope || !waitsForUpload(*envelope);
@@ -96,8 +101,7 @@ void NVMEnvelopeSynchronizer::updateLocalStorageWithSyncedEnvelope(const Envelop
 
 void NVMEnvelopeSynchronizer::uploadFailed(EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope) {
     if (isFinal(*run.error)) giveUp(run, envelope);
-    if (!configuredValueForSetupKey(NVM_SETUP_OFFLINE_SIGNING_HIDE_ALERTS_KEY))
-        Platform::current().alerts->showError(run.error->localizedDescription());
+    tell(*run.error);
 }
 
 void NVMEnvelopeSynchronizer::giveUp(const EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope) {

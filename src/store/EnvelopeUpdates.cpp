@@ -2,6 +2,7 @@
 #include "src/store/Notify.h"
 #include "src/store/RecipientLists.h"
 #include "src/store/StoreErrorOf.h"
+#include "src/store/StoredEnvelope.h"
 
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/model/mapping/EnvelopeMapping.h>
@@ -19,7 +20,7 @@ namespace norvane {
 namespace {
 
 using Envelope = std::shared_ptr<NVMCDEnvelopeDefinition>;
-using Find = std::function<Envelope(const ManagedObjectContext&)>;
+using Find = std::function<Result<Envelope>(const ManagedObjectContext&)>;
 using Change = std::function<Failure(NVMCDEnvelopeDefinition&, EnvelopeDocuments&)>;
 
 NVMError notFound(const std::string& what) {
@@ -61,8 +62,10 @@ void updateStored(Find find, Change change, NVMEnvelopesHandler::EnvelopeComplet
     const auto update = std::make_shared<PieceUpdate>(store, std::move(completion));
     const auto write = [update, find = std::move(find),
                         change = std::move(change)](ManagedObjectContext& context) -> Failure {
-        update->stored = find(context);
-        if (!update->stored) return notFound("envelope");
+        auto found = find(context);
+        if (!found) return found.error();
+        if (!*found) return notFound("envelope");
+        update->stored = *std::move(found);
         const auto before = EnvelopeDocuments::paths(*update->stored);
         if (auto error = change(*update->stored, update->documents)) return error;
         context.update(update->stored);
@@ -75,24 +78,23 @@ void updateStored(Find find, Change change, NVMEnvelopesHandler::EnvelopeComplet
 
 Find byId(const NVMEnvelopeDefinition& envelope) {
     return [id = envelope.envelopeId.value_or("")](const ManagedObjectContext& context) {
-        return NVMEnvelopesHandler::findEnvelopeWithId(id, context);
+        return storedEnvelope(id, context);
     };
 }
 
 /// The first envelope in which a recipient of that identifier stands; templates have such too.
 Find byRecipient(const NVMRecipient& signer) {
-    return [id = signer.recipientId.value_or("")](const ManagedObjectContext& context) -> Envelope {
+    return [id = signer.recipientId.value_or("")](const ManagedObjectContext& context) -> Result<Envelope> {
         const auto rows =
             context.fetchProperties(NVMCDRecipient::fetchRequest()
                                         .where("recipientId", FetchRequest::Match::Equal, id)
                                         .where("envelopeDefinition", FetchRequest::Match::NotEqual)
                                         .limitTo(1),
                                     {"envelopeDefinition"});
-        if (!rows || rows->empty()) return nullptr;
-        const ManagedObjectID envelopeID{NVMCDEnvelopeDefinition::type().name(),
-                                         rows->front().front().integerValue()};
-        auto found = context.objectWithID<NVMCDEnvelopeDefinition>(envelopeID);
-        return found ? std::move(found).value() : nullptr;
+        if (!rows) return rows.error();
+        if (rows->empty()) return Envelope();
+        return context.objectWithID<NVMCDEnvelopeDefinition>(
+            {NVMCDEnvelopeDefinition::type().name(), rows->front().front().integerValue()});
     };
 }
 

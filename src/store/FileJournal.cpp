@@ -28,6 +28,11 @@ const std::string kDigest =
     "UNION ALL SELECT sha256 FROM nv_file WHERE path = ?1 AND sha256 IS NOT NULL LIMIT 1";
 const std::string kNamedOutside = "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) AND "
                                   "envelopeDefinition IS NOT ?2 LIMIT 1";
+const std::string kAttemptsOfNone =
+    " FROM nv_uploadAttempt WHERE NOT EXISTS (SELECT 1 FROM NVMCDEnvelopeDefinition "
+    "WHERE NVMCDEnvelopeDefinition.transactionId = nv_uploadAttempt.transactionId)";
+const std::string kAnyAttemptOfNone = "SELECT 1" + kAttemptsOfNone + " LIMIT 1";
+const std::string kRemoveAttemptsOfNone = "DELETE" + kAttemptsOfNone;
 const std::string kNamed = "SELECT 1 FROM NVMCDDocument WHERE sandboxFilePath IN (?1, '/' || ?1) OR filePath "
                            "IN (?1, '/' || ?1) LIMIT 1";
 
@@ -184,7 +189,9 @@ void FileJournal::removeUnknown(ObjectStore& store, std::string_view folder) {
 
 Failure clearLeftovers(ObjectStore& store, const Session& session) {
     std::vector<std::string> settled, unnamed;
+    bool hasAttemptsOfNone = false;
     const auto collect = [&](Connection& connection) {
+        hasAttemptsOfNone = connection.kept(kAnyAttemptOfNone)->executeStep();
         FileJournal journal(connection);
         for (const auto& entry : journal.entries()) {
             if (session.isAlive(entry.session)) continue;
@@ -200,11 +207,12 @@ Failure clearLeftovers(ObjectStore& store, const Session& session) {
             removeHalfWritten(folder);
         removeDownloads();
     }
+    // Another process that writes for long keeps nobody from reading.
+    if (settled.empty() && !hasAttemptsOfNone) return std::nullopt;
     return StoreWork::write(store, [&](Connection& connection) {
         for (const auto& path : settled)
             FileJournal(connection).remove(path);
-        connection.run("DELETE FROM nv_uploadAttempt WHERE NOT EXISTS (SELECT 1 FROM NVMCDEnvelopeDefinition "
-                       "WHERE NVMCDEnvelopeDefinition.transactionId = nv_uploadAttempt.transactionId)");
+        connection.kept(kRemoveAttemptsOfNone)->exec();
     });
 }
 

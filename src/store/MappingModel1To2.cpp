@@ -1,14 +1,17 @@
 #include "src/store/MappingModel1To2.h"
 
 #include "src/store/Connection.h"
+#include "src/store/Seal.h"
 #include "src/store/StoreErrorOf.h"
 #include "src/store/StoreFile.h"
+#include "src/store/Trees.h"
 
 #include <SQLiteCpp/Column.h>
 #include <sqlite3.h>
 
 #include <memory>
 #include <set>
+#include <vector>
 
 namespace norvane {
 
@@ -104,6 +107,25 @@ void copyEverything(Connection& connection, const std::function<void(double)>& p
     connection.run(kNameEnvelopes);
 }
 
+/// What has come over is what will be read from now on.
+void sealEverything(Connection& connection) {
+    static_assert(Model::kVersion == kDestination, "seals are made by the model that reads them");
+    Reseal reseal(connection);
+    for (const Entity* entity : Model::current().entities()) {
+        if (!entity->isSealed()) continue;
+        std::vector<std::int64_t> rows;
+        {
+            const Connection::Prepared statement(
+                connection.prepare("SELECT _id FROM main." + sqlName(entity->name())));
+            while (statement->executeStep())
+                rows.push_back(statement->getColumn(0).getInt64());
+        }
+        for (const std::int64_t row : rows)
+            if (const auto object = loadTreeUnchecked(connection, *entity, row))
+                reseal.seal(*entity, object.get(), row);
+    }
+}
+
 /// Brings the journal into the file and does away with it, so that the file alone is the store.
 void foldJournal(const std::filesystem::path& store) {
     Connection connection(store, Connection::Use::Writing);
@@ -137,6 +159,7 @@ Failure migrate(const std::filesystem::path& source, const std::filesystem::path
             connection->run(statement.c_str());
         connection->run("PRAGMA defer_foreign_keys = ON");
         copyEverything(*connection, progress);
+        sealEverything(*connection);
         connection->run("COMMIT");
         connection->run("DETACH source");
         expectSound(*connection);

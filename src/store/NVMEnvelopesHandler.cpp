@@ -1,5 +1,8 @@
+#include "src/store/StoredEnvelope.h"
+
 #include <norvane/model/NVMEnvelopeDefinition.h>
 #include <norvane/model/mapping/EnvelopeMapping.h>
+#include <norvane/platform/Platform.h>
 #include <norvane/store/CacheNotifications.h>
 #include <norvane/store/ManagedObjectContext.h>
 #include <norvane/store/NVMCDEnvelopes.h>
@@ -16,35 +19,35 @@ using Match = FetchRequest::Match;
 
 constexpr std::string_view kDraftStatus = "created";
 
+/// Look-ups report no errors, deliberately; the log does.
+template <class T>
+T foundOrNone(Result<T> found) {
+    if (found) return std::move(found).value();
+    if (const auto log = Platform::current().log)
+        log->write(LogLevel::Error, "store: look-up: " + found.error().localizedDescription());
+    return T();
+}
+
 std::vector<std::shared_ptr<NVMEnvelopeDefinition>> envelopes(const FetchRequest& request,
                                                               bool withDocuments) {
     std::vector<std::shared_ptr<NVMEnvelopeDefinition>> envelopes;
     const auto store = ObjectStore::defaultStore();
     if (!store) return envelopes;
-    const auto found = store->defaultContext().fetch<NVMCDEnvelopeDefinition>(request);
-    if (!found) return envelopes;
-    for (const auto& stored : *found)
+    for (const auto& stored : foundOrNone(store->defaultContext().fetch<NVMCDEnvelopeDefinition>(request)))
         envelopes.push_back(std::make_shared<NVMEnvelopeDefinition>(*stored, withDocuments));
     return envelopes;
 }
 
 template <class T>
 std::shared_ptr<T> first(const FetchRequest& request, const ManagedObjectContext& context) {
-    auto found = context.fetchFirst<T>(request);
-    return found ? std::move(found).value() : nullptr;
-}
-
-std::optional<std::string> text(const Value& value) {
-    const auto* text = value.asString();
-    return text ? std::optional(*text) : std::nullopt;
+    return foundOrNone(context.fetchFirst<T>(request));
 }
 
 std::vector<std::vector<Value>> properties(const FetchRequest& request,
                                            const std::vector<std::string_view>& columns) {
     const auto store = ObjectStore::defaultStore();
     if (!store) return {};
-    auto rows = store->defaultContext().fetchProperties(request, columns);
-    return rows ? std::move(rows).value() : std::vector<std::vector<Value>>{};
+    return foundOrNone(store->defaultContext().fetchProperties(request, columns));
 }
 
 } // namespace
@@ -90,28 +93,21 @@ std::vector<std::string> NVMEnvelopesHandler::cachedEnvelopeIds() {
     return ids;
 }
 
-std::vector<EnvelopeSummary> NVMEnvelopesHandler::cachedEnvelopeSummaries() {
-    std::vector<EnvelopeSummary> summaries;
-    for (const auto& row : properties(NVMCDEnvelopeDefinition::fetchRequest(),
-                                      {"envelopeId", "transactionId", "templateId", "status", "emailSubject",
-                                       "syncPending", "syncPendingUploadRetryCount", "syncFailureReason"})) {
-        summaries.push_back({text(row[0]), text(row[1]), text(row[2]), text(row[3]), text(row[4]),
-                             row[5].boolValue(), row[6].integerValue(), text(row[7])});
-    }
-    return summaries;
-}
-
 std::size_t NVMEnvelopesHandler::cachedDraftEnvelopeCount() {
     const auto store = ObjectStore::defaultStore();
     if (!store) return 0;
-    const auto count = store->defaultContext().count(draftCachedEnvelopesFetchRequest());
-    return count ? *count : 0;
+    return foundOrNone(store->defaultContext().count(draftCachedEnvelopesFetchRequest()));
+}
+
+Result<std::shared_ptr<NVMCDEnvelopeDefinition>> storedEnvelope(const std::string& envelopeId,
+                                                                const ManagedObjectContext& context) {
+    return context.fetchFirst<NVMCDEnvelopeDefinition>(
+        NVMCDEnvelopeDefinition::fetchRequest().where("envelopeId", Match::Equal, envelopeId));
 }
 
 std::shared_ptr<NVMCDEnvelopeDefinition>
 NVMEnvelopesHandler::findEnvelopeWithId(const std::string& envelopeId, const ManagedObjectContext& context) {
-    return first<NVMCDEnvelopeDefinition>(
-        NVMCDEnvelopeDefinition::fetchRequest().where("envelopeId", Match::Equal, envelopeId), context);
+    return foundOrNone(storedEnvelope(envelopeId, context));
 }
 
 std::shared_ptr<NVMCDDocument> NVMEnvelopesHandler::findDocumentWithId(const std::string& documentId,
@@ -123,12 +119,12 @@ std::shared_ptr<NVMCDDocument> NVMEnvelopesHandler::findDocumentWithId(const std
 std::shared_ptr<NVMCDDocument> NVMEnvelopesHandler::findDocumentWithId(const std::string& documentId,
                                                                        const std::string& envelopeId,
                                                                        const ManagedObjectContext& context) {
-    const auto ids = context.fetchIDs(
-        NVMCDEnvelopeDefinition::fetchRequest().where("envelopeId", Match::Equal, envelopeId).limitTo(1));
-    if (!ids || ids->empty()) return nullptr;
+    const auto ids = foundOrNone(context.fetchIDs(
+        NVMCDEnvelopeDefinition::fetchRequest().where("envelopeId", Match::Equal, envelopeId).limitTo(1)));
+    if (ids.empty()) return nullptr;
     return first<NVMCDDocument>(NVMCDDocument::fetchRequest()
                                     .where("documentId", Match::Equal, documentId)
-                                    .where("envelopeDefinition", Match::Equal, ids->front().row),
+                                    .where("envelopeDefinition", Match::Equal, ids.front().row),
                                 context);
 }
 
@@ -147,9 +143,8 @@ std::shared_ptr<NVMCDTab> NVMEnvelopesHandler::findTabWithId(const std::string& 
 std::vector<std::shared_ptr<NVMCDTab>>
 NVMEnvelopesHandler::findTabsWithDocumentId(const std::string& documentId,
                                             const ManagedObjectContext& context) {
-    auto found =
-        context.fetch<NVMCDTab>(NVMCDTab::fetchRequest().where("documentId", Match::Equal, documentId));
-    return found ? std::move(found).value() : std::vector<std::shared_ptr<NVMCDTab>>{};
+    return foundOrNone(
+        context.fetch<NVMCDTab>(NVMCDTab::fetchRequest().where("documentId", Match::Equal, documentId)));
 }
 
 } // namespace norvane

@@ -1,6 +1,9 @@
 #include "src/store/Schema.h"
 
+#include "src/store/Model.h"
+
 #include <algorithm>
+#include <map>
 
 namespace norvane {
 
@@ -32,6 +35,39 @@ std::string tableStatement(const Schema::Table& table) {
 std::string ownerIndexStatement(const std::string& table, const std::string& column) {
     return "CREATE INDEX " + sqlName("_" + table + "_" + column) + " ON " + sqlName(table) + " (" +
            sqlName(column) + ") WHERE " + sqlName(column) + " IS NOT NULL";
+}
+
+/// A trigger after the event. The kit's own connections run none, so only what others change sets it off.
+std::string triggerStatement(const Schema::Table& table, const char* event, const std::string& statements) {
+    return "CREATE TRIGGER " + sqlName("_" + table.name + "_" + event) + " AFTER " + event + " ON " +
+           sqlName(table.name) + statements;
+}
+
+/// Passes a change of the row on to the row that owns it.
+std::string touchOwners(const Schema::Table& table, const std::vector<std::string>& versions) {
+    std::map<std::string, std::vector<std::string>> owners;
+    for (const auto& reference : table.references)
+        for (const auto& version : versions)
+            owners[reference.owner].push_back(version + "." + sqlName(reference.column));
+    std::string statements = " BEGIN ";
+    for (const auto& [owner, columns] : owners)
+        statements += "UPDATE " + sqlName(owner) + " SET _id = _id WHERE _id IN (" + joined(columns) + "); ";
+    return statements + "END";
+}
+
+/// What somebody else changed is no longer what the kit wrote: the seal above it goes, unless it was changed
+/// along.
+void addUnsealing(const Schema::Table& table, std::vector<std::string>& statements) {
+    if (table.hasColumn(kSealColumn)) {
+        statements.push_back(triggerStatement(table, "UPDATE",
+                                              " WHEN NEW._seal IS OLD._seal BEGIN UPDATE " +
+                                                  sqlName(table.name) +
+                                                  " SET _seal = NULL WHERE _id = NEW._id; END"));
+    }
+    if (table.references.empty()) return;
+    statements.push_back(triggerStatement(table, "INSERT", touchOwners(table, {"NEW"})));
+    statements.push_back(triggerStatement(table, "UPDATE", touchOwners(table, {"OLD", "NEW"})));
+    statements.push_back(triggerStatement(table, "DELETE", touchOwners(table, {"OLD"})));
 }
 
 } // namespace
@@ -81,6 +117,10 @@ std::vector<std::string> Schema::statements() const {
     }
     statements.insert(statements.end(), std::begin(kOwnTables), std::end(kOwnTables));
     statements.insert(statements.end(), lookUps.begin(), lookUps.end());
+    const bool isSealed = std::any_of(tables.begin(), tables.end(),
+                                      [](const Table& table) { return table.hasColumn(kSealColumn); });
+    for (const Table& table : tables)
+        if (isSealed) addUnsealing(table, statements);
     const std::string number = std::to_string(version);
     statements.push_back("INSERT INTO nv_metadata VALUES ('modelName', 'NorvaneSDK'), ('modelVersion', '" +
                          number + "')");

@@ -20,20 +20,24 @@ namespace {
 /// same.
 class Content {
   public:
-    void add(const Entity& entity, const void* record) {
+    void addRow(const Entity& entity, const void* record) {
         part(entity.name());
         for (const Field* field : entity.attributes)
             attribute(*field, record);
+    }
+    void addOwned(const Entity& entity, const void* record) {
         for (const auto& child : entity.children) {
             const void* member = child.member->in(record);
             const ReferenceAccess& access = *child.member->reference;
             const std::size_t count = access.size(member);
             number(static_cast<std::int64_t>(count));
-            for (std::size_t index = 0; index < count; ++index)
-                add(*child.entity, access.at(member, index));
+            for (std::size_t index = 0; index < count; ++index) {
+                addRow(*child.entity, access.at(member, index));
+                addOwned(*child.entity, access.at(member, index));
+            }
         }
     }
-    const std::string& bytes() const { return bytes_; }
+    std::string digest() const { return sha256Hex(bytes_); }
 
   private:
     void number(std::int64_t value) { bytes_.append(reinterpret_cast<const char*>(&value), sizeof value); }
@@ -94,10 +98,16 @@ class Content {
 
 } // namespace
 
+std::string rowSealOf(const Entity& entity, const void* record) {
+    Content row;
+    row.addRow(entity, record);
+    return row.digest();
+}
+
 std::string sealOf(const Entity& entity, const void* record) {
-    Content content;
-    content.add(entity, record);
-    return sha256Hex(content.bytes());
+    Content owned;
+    owned.addOwned(entity, record);
+    return rowSealOf(entity, record) + owned.digest();
 }
 
 DamagedObject::DamagedObject(const Entity& entity, std::int64_t row)

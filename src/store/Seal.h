@@ -12,8 +12,9 @@
 
 namespace norvane {
 
-/// The digest of an object with all that it owns, by content and order. An object and what is read back of it
-/// give the same.
+/// The digest of an object's own attributes. An object and what is read back of it give the same.
+std::string rowSealOf(const Entity& entity, const void* record);
+/// The same, followed by the digest of all that the object owns, by content and order.
 std::string sealOf(const Entity& entity, const void* record);
 
 /// What was read of a sealed row is not what was written: bits have changed behind the kit's back, where

@@ -14,6 +14,7 @@
 #include <sys/stat.h>
 
 #include <functional>
+#include <set>
 
 namespace norvane {
 
@@ -30,10 +31,13 @@ class StoreCheck {
         : store_(store) {}
 
     Result<std::vector<StoreFinding>> run() {
-        for (const auto step : {&StoreCheck::database, &StoreCheck::model, &StoreCheck::references,
-                                &StoreCheck::owners, &StoreCheck::identifiers, &StoreCheck::contents,
-                                &StoreCheck::documents, &StoreCheck::files, &StoreCheck::modes})
+        for (const auto step :
+             {&StoreCheck::database, &StoreCheck::columns, &StoreCheck::model, &StoreCheck::references,
+              &StoreCheck::owners, &StoreCheck::identifiers, &StoreCheck::contents, &StoreCheck::documents,
+              &StoreCheck::files, &StoreCheck::modes}) {
             if (auto error = (this->*step)()) return *error;
+            if (lacksColumns_) break; // the others would only fail on it
+        }
         return std::move(findings_);
     }
 
@@ -59,6 +63,25 @@ class StoreCheck {
             const std::string verdict = row.getColumn(0).getString();
             if (verdict != "ok") found("database", store_.file().filename().string(), verdict);
         });
+    }
+
+    Failure columns() {
+        std::set<std::string> present;
+        const auto error =
+            each("SELECT tables.name || '.' || columns.name FROM sqlite_master AS tables, "
+                 "pragma_table_info(tables.name) AS columns WHERE tables.type = 'table'",
+                 [&](SQLite::Statement& row) { present.insert(row.getColumn(0).getString()); });
+        if (error) return error;
+        const auto expect = [&](const std::string& table, const std::string& column) {
+            if (present.contains(table + "." + column)) return;
+            lacksColumns_ = true;
+            found("model", table, "It has no column " + column + ".");
+        };
+        for (const Schema::Table& table : Schema::ofVersion(Model::kVersion).tables)
+            for (const std::string& column : table.columns())
+                expect(table.name, column);
+        expect("nv_metadata", "value");
+        return std::nullopt;
     }
 
     Failure model() {
@@ -191,6 +214,7 @@ class StoreCheck {
 
     ObjectStore& store_;
     std::vector<StoreFinding> findings_;
+    bool lacksColumns_ = false;
 };
 
 std::uintmax_t sizeOf(const fs::path& file) {

@@ -12,12 +12,16 @@ namespace norvane {
 
 namespace {
 
+/// No room on the device, in this user's share of it, or in what one file may take.
+bool isWantOfSpace(std::int64_t systemError) {
+    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+}
+
 bool isOutOfSpace(int code, int systemError) {
     if (code == SQLITE_FULL) return true;
     // A write-ahead log that cannot grow fails with an input/output error, not with SQLITE_FULL.
     const int kind = code & 0xff;
-    return (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN) &&
-           (systemError == ENOSPC || systemError == EDQUOT);
+    return (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN) && isWantOfSpace(systemError);
 }
 
 StoreError plainMeaning(int code, int systemError) {
@@ -63,7 +67,7 @@ NVMError storeErrorOf(const SQLite::Exception& exception, sqlite3* handle) {
 }
 
 bool isDiskFull(const NVMError& error) {
-    if (error.domain == kFileErrorDomain) return error.code == ENOSPC || error.code == EDQUOT;
+    if (error.domain == kFileErrorDomain) return isWantOfSpace(error.code);
     return error.domain == kStoreErrorDomain && error.code == static_cast<std::int64_t>(StoreError::DiskFull);
 }
 

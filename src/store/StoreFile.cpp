@@ -5,6 +5,8 @@
 #include "src/store/Schema.h"
 #include "src/store/StoreErrorOf.h"
 
+#include <norvane/platform/Url.h>
+
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -44,6 +46,18 @@ StoreFileIdentity identityOf(SQLite::Database& database) {
             number(database, "SELECT coalesce(max(value), 0) FROM nv_metadata WHERE key = 'modelVersion'")};
 }
 
+/// For reading alone. A store that is in use has a journal; beside one that has none SQLite lays nothing down
+/// either.
+SQLite::Database openToLook(const std::filesystem::path& file) {
+    const std::string address = Url::fromFilePath(file.string()).absoluteString();
+    std::error_code ignored;
+    const bool isAlone = !std::filesystem::exists(file.string() + "-wal", ignored) &&
+                         !std::filesystem::exists(file.string() + "-journal", ignored);
+    const int flags = SQLite::OPEN_URI | SQLite::OPEN_NOFOLLOW;
+    if (isAlone) return {address + "?immutable=1", flags | SQLite::OPEN_READONLY};
+    return {address, flags | SQLite::OPEN_READWRITE, Connection::kBusyMilliseconds};
+}
+
 void writeSchema(Connection& connection, int modelVersion) {
     WriteTransaction transaction(connection);
     if (identityOf(connection.database()).kind != StoreFileKind::Empty) return;
@@ -66,7 +80,7 @@ Result<StoreFileIdentity> identifyStoreFile(const std::filesystem::path& file) {
     if (*kind != StoreFileKind::Store) return StoreFileIdentity{*kind};
     std::optional<SQLite::Database> database;
     try {
-        database.emplace(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOFOLLOW, 10'000);
+        database.emplace(openToLook(file));
         // Otherwise closing would bring the journal into a file that may not be ours to touch.
         sqlite3_db_config(database->getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
         return identityOf(*database);

@@ -77,6 +77,12 @@ TEST_F(FilesTest, PutsTheXdgFoldersOfTheApplicationBelowTheirBases) {
     EXPECT_EQ(folders.defaults, home_.path() / "XDG_CONFIG_HOME/tester/defaults");
 }
 
+TEST_F(FilesTest, PutsARelativeHomeBelowTheWorkingDirectoryOfNow) {
+    PlatformOptions options;
+    options.home = "somewhere";
+    EXPECT_EQ(applicationFolders(options).documents, fs::current_path() / "somewhere/Documents");
+}
+
 TEST_F(FilesTest, LeavesTheOldFileAndNothingElseWhenTheDiskIsFull) {
     const fs::path file = documents_ / "a.pdf";
     const Data large(std::string(100'000, 'x'));

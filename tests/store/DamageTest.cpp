@@ -94,7 +94,7 @@ TEST_F(DamageTest, AChangedTextIsFoundWhereTheDatabaseIsSound) {
     const std::string id = cached(envelope());
     const std::string other = cached(envelope());
     ObjectStore::closeDefaultStore();
-    query("UPDATE NVMCDTab SET value = 'walue' WHERE _id = 1");
+    damage("UPDATE NVMCDTab SET value = 'walue' WHERE _id = 1");
     EXPECT_EQ(one("PRAGMA integrity_check"), "ok");
     openStore();
     const auto row =
@@ -110,6 +110,48 @@ TEST_F(DamageTest, AChangedTextIsFoundWhereTheDatabaseIsSound) {
     const auto tabs = context().fetchIDs(NVMCDTab::fetchRequest());
     context().remove(tabs->front());
     EXPECT_EQ(context().save()->code, static_cast<std::int64_t>(StoreError::Damaged));
+    auto update = envelope();
+    update.envelopeId = id;
+    const auto refused =
+        result([&](auto completion) { NVMEnvelopesHandler::updateCachedEnvelope(update, completion); });
+    EXPECT_EQ(refused->code, static_cast<std::int64_t>(StoreError::Damaged)) << "it is there";
+}
+
+TEST_F(DamageTest, ALineOfTheListIsWhatWasWrittenToo) {
+    const std::string damaged = cached(envelope()), other = cached(envelope());
+    damage("UPDATE NVMCDEnvelopeDefinition SET emailSubject = 'Another' WHERE _id = 1");
+    std::vector<std::string> listed;
+    const auto error = NVMEnvelopesHandler::eachCachedEnvelopeSummary([&](const EnvelopeSummary& envelope) {
+        listed.push_back(*envelope.envelopeId);
+        return true;
+    });
+    EXPECT_EQ(listed, std::vector<std::string>{other});
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->code, static_cast<std::int64_t>(StoreError::Damaged));
+    EXPECT_NE(error->localizedDescription().find(damaged), std::string::npos);
+    EXPECT_EQ(NVMEnvelopesHandler::cachedEnvelopeSummaries().size(), 2u) << "so that it can be removed";
+}
+
+TEST_F(DamageTest, WhatIsChangedBySqlIsTakenAsItStands) {
+    const std::string id = cached(envelope()), other = cached(envelope());
+    const std::string sealed = "SELECT count(_seal) FROM NVMCDEnvelopeDefinition";
+    const auto expectOneUnsealed = [&](const char* sql) {
+        query(sql);
+        EXPECT_EQ(one(sealed), "1") << sql;
+        const auto row = stored(id);
+        ASSERT_TRUE(row) << sql;
+        context().update(row);
+        ASSERT_EQ(context().save(), std::nullopt);
+        EXPECT_EQ(one(sealed), "2") << "written by the kit again";
+    };
+    expectOneUnsealed("UPDATE NVMCDTab SET value = 'walue' WHERE _id = 1");
+    EXPECT_EQ(stored(id)->recipients->signers->front()->tabs->textTabs->front()->value, "walue");
+    expectOneUnsealed("UPDATE NVMCDEnvelopeDefinition SET status = 'sent' WHERE _id = 1");
+    EXPECT_EQ(stored(id)->status, "sent");
+    expectOneUnsealed("INSERT INTO NVMCDAttachment (label, envelopeDefinition) VALUES ('Annex', 1)");
+    EXPECT_EQ(stored(id)->attachments->size(), 1u);
+    expectOneUnsealed("DELETE FROM NVMCDTab WHERE _id = 1");
+    EXPECT_TRUE(stored(other));
 }
 
 TEST_F(DamageTest, ChangingSinglePiecesKeepsTheSealRight) {

@@ -222,9 +222,10 @@ TEST_F(EnvelopeCacheTest, AnEnvelopeWithoutStatusIsNoDraft) {
 TEST_F(EnvelopeCacheTest, ADamagedEnvelopeHidesNoOther) {
     log_->expect("left out of a list");
     const auto damaged = cached(envelope()), sound = cached(envelope());
-    query("UPDATE NVMCDTab SET value = 'forged' WHERE _id = (SELECT min(_id) FROM NVMCDTab)");
+    damage("UPDATE NVMCDTab SET value = 'forged' WHERE _id = (SELECT min(_id) FROM NVMCDTab)");
     ASSERT_EQ(Handler::cachedEnvelopes().size(), 1u);
     EXPECT_EQ(Handler::cachedEnvelopes().front()->envelopeId, sound);
+    log_->expect("look-up");
     EXPECT_FALSE(Handler::cachedEnvelopeById(damaged));
     Handler::removeCachedEnvelopeWithId(damaged);
     EXPECT_EQ(Handler::cachedEnvelopeIds(), std::vector<std::string>{sound});

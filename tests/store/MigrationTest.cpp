@@ -97,6 +97,7 @@ TEST_F(MigrationTest, AVersion1StoreOfAThousandEnvelopesComesOverOnce) {
     EXPECT_EQ((*last)->recipients->signers->front()->name, "Signer 999");
     EXPECT_EQ((*last)->syncPending, 1);
     EXPECT_EQ(one("SELECT count(*) FROM nv_uploadAttempt"), "1") << "an attempt that is not settled";
+    EXPECT_EQ(one("SELECT count(_seal) FROM NVMCDEnvelopeDefinition"), "1000");
     ASSERT_EQ(keptAside().size(), 1u);
     EXPECT_EQ(modeOf(earlierStoresFolder(storeFile())), 0700u);
     EXPECT_EQ(modeOf(keptAside().front()), 0600u);
@@ -114,6 +115,8 @@ TEST_F(MigrationTest, OfAnArbitraryGraphNothingChangesButTheAlignment) {
         connection.run(
             "UPDATE NVMCDTab SET anchorHorizontalAlignment = 'left' WHERE anchorHorizontalAlignment IS "
             "NOT NULL");
+        // Today's entities read a column that version 1 lacks.
+        connection.run("ALTER TABLE NVMCDEnvelopeDefinition ADD COLUMN _seal TEXT");
         for (int row = 1; row <= 20; ++row)
             before.push_back(loadTreeUnchecked(connection, entity, row));
         connection.run(

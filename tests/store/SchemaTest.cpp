@@ -83,6 +83,8 @@ class StoreOpeningTest : public StoreFixture {
         ASSERT_FALSE(opened.ok());
         EXPECT_EQ(opened.error().code, static_cast<std::int64_t>(code));
         EXPECT_EQ(content(), before);
+        for (const char* suffix : {"-wal", "-shm", "-journal"})
+            EXPECT_FALSE(std::filesystem::exists(storeFile().string() + suffix)) << suffix;
     }
 };
 
@@ -109,6 +111,17 @@ TEST_F(StoreOpeningTest, TakesUpAStoreWhoseMakingWasCutShort) {
     write("");
     openStore();
     EXPECT_EQ(one("PRAGMA user_version"), "2");
+}
+
+TEST_F(StoreOpeningTest, NeedsNobodyElsesLeaveToRead) {
+    openStore();
+    ObjectStore::closeDefaultStore();
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(storeFile().c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const auto opened = ObjectStore::open();
+    sqlite3_close(other);
+    EXPECT_TRUE(opened.ok()) << "a process that writes for long was waited for";
 }
 
 TEST_F(StoreOpeningTest, GivesErrorsOnceItIsClosed) {

@@ -39,12 +39,16 @@ class StoreFixture : public KitFixture {
     }
 
     /// The first column of each row that a query gives on a connection of the test's own.
-    static std::vector<std::string> query(const std::string& sql) {
+    static std::vector<std::string> query(const std::string& sql) { return run(sql, true); }
+    /// Changes what stands in the file as rot does, which sets off no trigger.
+    static void damage(const std::string& sql) { run(sql, false); }
+    static std::vector<std::string> run(const std::string& sql, bool withTriggers) {
         std::vector<std::string> rows;
         sqlite3* database = nullptr;
         EXPECT_EQ(sqlite3_open_v2(storeFile().c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
                                   nullptr),
                   SQLITE_OK);
+        sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_TRIGGER, withTriggers ? 1 : 0, nullptr);
         const auto add = [](void* list, int count, char** values, char**) {
             static_cast<std::vector<std::string>*>(list)->push_back(count > 0 && values[0] ? values[0]
                                                                                            : "NULL");

@@ -60,13 +60,27 @@ TEST_F(StoreInspectionTest, FindsWhatIsWrongWithRows) {
     cached(envelope());
     cached(envelope());
     ObjectStore::closeDefaultStore();
-    query("UPDATE NVMCDEnvelopeDefinition SET envelopeId = 'one'; UPDATE NVMCDTab SET textTab = NULL WHERE "
-          "_id = 1;"
-          "UPDATE NVMCDRecipients SET _envelopeDefinition = 99 WHERE _id = 1;"
-          "UPDATE nv_metadata SET value = '7' WHERE key = 'modelVersion';"
-          "UPDATE NVMCDDocument SET sandboxFilePath = (SELECT sandboxFilePath FROM NVMCDDocument LIMIT 1)");
+    damage("UPDATE NVMCDEnvelopeDefinition SET envelopeId = 'one'; UPDATE NVMCDTab SET textTab = NULL WHERE "
+           "_id = 1;"
+           "UPDATE NVMCDRecipients SET _envelopeDefinition = 99 WHERE _id = 1;"
+           "UPDATE nv_metadata SET value = '7' WHERE key = 'modelVersion';"
+           "UPDATE NVMCDDocument SET sandboxFilePath = (SELECT sandboxFilePath FROM NVMCDDocument LIMIT 1)");
     openStore();
     EXPECT_EQ(kinds(), (Kinds{"content", "document", "identifier", "model", "owner", "reference"}));
+}
+
+TEST_F(StoreInspectionTest, NamesTheColumnsThatAreMissing) {
+    cached(envelope());
+    ObjectStore::closeDefaultStore();
+    query("ALTER TABLE NVMCDTab DROP COLUMN fontColor; DROP TABLE nv_metadata");
+    openStore();
+    const auto findings = checkStore();
+    ASSERT_TRUE(findings.ok());
+    ASSERT_EQ(findings->size(), 2u);
+    EXPECT_EQ(findings->front().subject, "NVMCDTab");
+    EXPECT_NE(findings->front().description.find("fontColor"), std::string::npos);
+    log_->expect("no such column");
+    EXPECT_FALSE(stored(NVMEnvelopesHandler::cachedEnvelopeIds().front())) << "no name for a value";
 }
 
 /// What a process leaves when it is killed while it writes files, and what one still has under way.

@@ -198,7 +198,7 @@ TEST_F(SynchronizerTest, ADamagedDocumentIsNeverSent) {
 TEST_F(SynchronizerTest, AnEnvelopeThatCannotBeReadFailsAndTheNextIsTried) {
     cached(envelope());
     const auto second = cached(envelope());
-    query("UPDATE NVMCDTab SET value = 'forged' WHERE _id = (SELECT min(_id) FROM NVMCDTab)");
+    damage("UPDATE NVMCDTab SET value = 'forged' WHERE _id = (SELECT min(_id) FROM NVMCDTab)");
     NotificationLog log;
     sync();
     EXPECT_EQ(service_->taken(), std::vector<std::string>{second});

@@ -26,8 +26,9 @@ enum class CredentialStoreKind { Automatic, SecretService, File };
 
 /// How the default adapters are made.
 struct PlatformOptions {
-    /// All folders of the application go below it ("Documents", "support", "defaults", "caches"); without
-    /// one they follow the XDG folders of `applicationName`.
+    /// All folders of the application go below it ("Documents", "support", "defaults", "caches"); a relative
+    /// one is below the working directory of now. Without one they follow the XDG folders of
+    /// `applicationName`.
     std::optional<std::filesystem::path> home;
     std::string applicationName = "norvane";
     /// PEM file of the only certificate authority to trust; without one, the system's.

@@ -84,10 +84,12 @@ class NVMEnvelopesHandler {
     static std::vector<std::shared_ptr<NVMEnvelopeDefinition>> cachedDraftEnvelopesWithDocuments();
     /// With documents, drafts too; null when there is none.
     static std::shared_ptr<NVMEnvelopeDefinition> cachedEnvelopeById(const std::string& envelopeId);
-    static std::vector<std::string> cachedEnvelopeIds();           ///< no drafts
-    static std::vector<EnvelopeSummary> cachedEnvelopeSummaries(); ///< drafts too
-    /// The same one by one, without holding them all: `take` is called on this thread, in their order, with
-    /// no lock of the store held, until it answers no. What changes meanwhile may show or not.
+    static std::vector<std::string> cachedEnvelopeIds(); ///< no drafts
+    /// Drafts too, and damaged ones as they stand, so that they can be removed.
+    static std::vector<EnvelopeSummary> cachedEnvelopeSummaries();
+    /// One by one, without holding them all: `take` is called on this thread, in their order, with no lock of
+    /// the store held, until it answers no. What changes meanwhile may show or not. Damaged ones are left
+    /// out; then the first of them is the error, after the last that is sound.
     static Failure eachCachedEnvelopeSummary(const std::function<bool(const EnvelopeSummary&)>& take);
     static std::size_t cachedDraftEnvelopeCount();
     static FetchRequest nonDraftCachedEnvelopesFetchRequest();
