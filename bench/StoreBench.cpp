@@ -148,7 +148,9 @@ class RawInsertion {
         std::vector<std::string> statements;
         sqlite3_stmt* list = nullptr;
         sqlite3_prepare_v2(
-            database_, "SELECT sql FROM kit.sqlite_master WHERE sql IS NOT NULL AND tbl_name LIKE 'NVMCD%'",
+            database_,
+            "SELECT sql FROM kit.sqlite_master WHERE sql IS NOT NULL AND type IN ('table', 'index') AND "
+            "tbl_name LIKE 'NVMCD%'",
             -1, &list, nullptr);
         while (sqlite3_step(list) == SQLITE_ROW)
             statements.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(list, 0)));
