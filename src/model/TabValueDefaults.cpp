@@ -30,7 +30,7 @@ TabValueMatcher::TabValueMatcher(std::uint64_t comparison, const TabValueDefault
             byKey_[key] = &*value;
         else if (comparison == kLabelEqualsKeyIgnoringCase)
             byKey_[foldedText(key, Diacritics::Ignore)] = &*value;
-        else if (comparison == kLabelContainsKey && !key.empty()) // An empty text is no piece of another.
+        else if (comparison == kLabelContainsKey)
             pieces_.emplace_back(key, &*value);
     }
 }

@@ -142,6 +142,10 @@ TEST_F(EnvelopeDefaults, TheLastMatchingKeyWins) {
     EXPECT_EQ(text->value, "2") << "an absent value leaves the tab alone";
     envelope_->applyTabValueDefaults(std::nullopt);
     EXPECT_EQ(text->value, "2");
+    envelope_->applyTabValueDefaults(TabValueDefaults{{"name", "3"}});
+    EXPECT_EQ(text->value, "2") << "a piece counts as it is written";
+    envelope_->applyTabValueDefaults(TabValueDefaults{{"", "4"}});
+    EXPECT_EQ(text->value, "4") << "every label contains the empty text";
 }
 
 TEST_F(EnvelopeDefaults, CustomFieldsMergeByName) {
