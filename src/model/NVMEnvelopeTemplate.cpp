@@ -114,7 +114,8 @@ NVMEnvelopeTemplate::radioGroupWith(const NVMRadio& radio,
     for (const auto& group : *groups) {
         if (!group->radios) continue;
         for (const auto& candidate : *group->radios)
-            if (candidate->tabIdIdentity == radio.tabIdIdentity) return group;
+            if (candidate->tabIdIdentity == radio.tabIdIdentity && candidate->tabId == radio.tabId)
+                return group;
     }
     return nullptr;
 }

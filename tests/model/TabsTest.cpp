@@ -94,6 +94,9 @@ TEST_F(Tabs, RemainingTabsLackAValueOrASelection) {
     EXPECT_EQ(envelope_->remainingRequiredTagsForRecipient(signer_)->size(), 3u);
     EXPECT_EQ(envelope_->radioGroupWith(*radio, signer_), radio->radioGroup.lock());
     EXPECT_TRUE(envelope_->radioGroupWith(NVMRadio(*radio), signer_)) << "a copy shares its id";
+    NVMRadio renamed(*radio);
+    renamed.tabId = "another";
+    EXPECT_FALSE(envelope_->radioGroupWith(renamed, signer_));
     NVMRadio equal;
     equal.tabId = radio->tabId;
     EXPECT_FALSE(envelope_->radioGroupWith(equal, signer_)) << "an equal id is not that id";
