@@ -59,9 +59,9 @@ Failure insertEnvelope(EnvelopeSave& save, ManagedObjectContext& context) {
     auto stored = std::make_shared<NVMCDEnvelopeDefinition>();
     nvm_mapToNVMCDEnvelope(save.domain, *stored);
     stored->hasIncompleteLocalSigners = boxed(!save.domain.incompleteLocalSigners().empty());
-    stored->isCreatedFromTemplate = boxed(save.domain.isCreatedFromTemplate());
-    stored->isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession =
-        boxed(save.domain.isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession());
+    stored->setIsCreatedFromTemplate(save.domain.isCreatedFromTemplate());
+    stored->setIsRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession(
+        save.domain.isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession());
     stored->status = stored->status.value_or("").empty() ? "sent" : *stored->status;
     stored->envelopeId.reset();
     NVMEnvelopeQueuer::convertToPendingEnvelope(*stored, *save.transactionId);

@@ -4,7 +4,10 @@
 namespace norvane {
 
 NORVANE_TABLE(NVMCDTemplateRole, NVMCD_TEMPLATE_ROLE_FIELDS)
-NORVANE_TABLE(NVMCDEnvelopeDefinition, NVMCD_ENVELOPE_DEFINITION_FIELDS)
+
+#define NVMCD_ENVELOPE_DEFINITION_TABLE(FIELD, R)                                                            \
+    NVMCD_ENVELOPE_DEFINITION_FIELDS(FIELD, R) NVMCD_ENVELOPE_DEFINITION_ANSWERS(FIELD, R)
+NORVANE_TABLE(NVMCDEnvelopeDefinition, NVMCD_ENVELOPE_DEFINITION_TABLE)
 
 std::optional<Dictionary> NVMCDEnvelopeDefinition::userInfo() const {
     if (envelopeId) return Dictionary{{"envelopeId", *envelopeId}};

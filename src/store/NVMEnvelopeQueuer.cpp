@@ -106,7 +106,7 @@ void NVMEnvelopeQueuer::convertToPendingEnvelope(NVMCDEnvelopeDefinition& envelo
                                                  const std::string& transactionId) {
     envelope.transactionId = transactionId;
     const bool incomplete = isTrue(envelope.hasIncompleteLocalSigners);
-    const bool signedHere = isTrue(envelope.isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession);
+    const bool signedHere = envelope.isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession();
     if (incomplete && !(envelope.isAvailableRemotely() && signedHere)) {
         // Without an identifier nobody could find, finish or remove it.
         envelope.envelopeId = transactionId;

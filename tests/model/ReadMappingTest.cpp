@@ -1,7 +1,9 @@
 #include "tests/model/ModelFixture.h"
 
 #include <norvane/api/NVESTemplates.h>
+#include <norvane/model/mapping/EnvelopeMapping.h>
 #include <norvane/store/DocumentFiles.h>
+#include <norvane/store/NVMCDEnvelopes.h>
 #include <norvane/store/NVMCDTemplates.h>
 
 namespace norvane {
@@ -114,6 +116,36 @@ TEST_F(ReadMapping, StoredTemplatesBecomeEnvelopesWithTheirBytesOnlyWhenAsked) {
     ASSERT_EQ(platform().files->write(file, Data("%PDF-1.7")), std::nullopt);
     EXPECT_EQ(NVMEnvelopeDefinition(stored, true).documents->front()->pdf, Data("%PDF-1.7"));
     EXPECT_EQ(NVMEnvelopeDefinition(stored, false).documents->front()->pdf, std::nullopt);
+}
+
+TEST_F(ReadMapping, StoredEnvelopesAnswerTheQueriesOfDomainOnes) {
+    signIn();
+    const auto hosted = inPersonSigner("1", 1);
+    const auto mine = signer("2", "José", "jose@example.com", 2);
+    const auto envelope = envelopeOf({hosted, mine});
+    envelope->currentRoutingOrder = 1;
+    envelope->envelopeId = "remote";
+    envelope->status = "sent";
+    envelope->documents.emplace().push_back(std::make_shared<NVMDocument>());
+    envelope->documents->front()->name = "lease.pdf";
+    mine->tabs->textTabs.emplace().push_back(tab<NVMText>("City", *mine));
+    NVMCDEnvelopeDefinition stored;
+    nvm_mapToNVMCDEnvelope(*envelope, stored);
+
+    const NVMEnvelopeHelperProtocol& asked = stored;
+    const std::vector<std::string> everyone = {"1", "2"};
+    EXPECT_FALSE(asked.isAvailableRemotely()) << "what is stored counts as made here";
+    EXPECT_EQ(idsOf(asked.incompleteLocalSigners()), everyone) << "made here: every order";
+    stored.setIsCreatedFromTemplate(true);
+    EXPECT_EQ(idsOf(asked.incompleteLocalSigners()), std::vector<std::string>{"1"});
+    EXPECT_EQ(idsOf(asked.unsignedRecipients()->allSigners()), std::vector<std::string>{"1"});
+    EXPECT_FALSE(asked.isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession());
+    stored.setIsRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession(true);
+    EXPECT_TRUE(asked.isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession()) << "as it was stored";
+    EXPECT_EQ(asked.tagsForSigner(asked.recipientWithId("2"))->front()->tabLabel, "City");
+    EXPECT_EQ(asked.allDocuments().front()->name, "lease.pdf");
+    stored.setSubjectIfNeeded();
+    EXPECT_EQ(stored.emailSubject, "lease.pdf");
 }
 
 } // namespace

@@ -4,8 +4,10 @@
 #include <norvane/store/NVMCDRecipients.h>
 #include <norvane/store/NVMCDSettings.h>
 #include <norvane/store/NVMManagedObject.h>
+#include <norvane/store/StoredEnvelopeQueries.h>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -48,8 +50,6 @@ struct NVMCDTemplateRole : NVMManagedObject {
     FIELD(R, Number, useDisclosure) FIELD(R, Date, voidedDateTime) FIELD(R, Text, voidedReason) \
     FIELD(R, Number, syncPending) FIELD(R, Number, syncPendingUploadRetryCount) \
     FIELD(R, Text, syncFailureReason) FIELD(R, Number, hasIncompleteLocalSigners) \
-    FIELD(R, Number, isCreatedFromTemplate) \
-    FIELD(R, Number, isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession) \
     FIELD(R, List<NVMCDDocument>, documents) FIELD(R, List<NVMCDAttachment>, attachments) \
     FIELD(R, Record<NVMCDRecipients>, recipients) FIELD(R, Record<NVMCDCustomFields>, customFields) \
     FIELD(R, Record<NVMCDEventNotification>, eventNotification) \
@@ -57,16 +57,30 @@ struct NVMCDTemplateRole : NVMManagedObject {
     FIELD(R, Record<NVMCDLockInformation>, lockInformation) \
     FIELD(R, Record<NVMCDNotification>, notification)
 
+// Attributes that share their names with queries.
+#define NVMCD_ENVELOPE_DEFINITION_ANSWERS(FIELD, R) \
+    FIELD(R, Number, isCreatedFromTemplate_) \
+    FIELD(R, Number, isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession_)
+
 /// A stored envelope: made on this device or kept from the service. `syncPending` marks one that waits for
 /// its upload; until the service answers, `envelopeId` holds the `transactionId`.
-struct NVMCDEnvelopeDefinition : NVMManagedObject {
+struct NVMCDEnvelopeDefinition : NVMManagedObject, StoredEnvelopeQueries {
     NVMCD_ENTITY(NVMCDEnvelopeDefinition, NVMCD_ENVELOPE_DEFINITION_FIELDS)
 
     /// {"envelopeId"} when there is one, else {"transactionId"}, else nothing.
     std::optional<Dictionary> userInfo() const;
     std::int64_t pendingSyncRetriesCount() const;             ///< 0 when absent
-    bool isLocallyOriginatedEnvelope() const { return true; } ///< a stored envelope always answers yes
-    bool isAvailableRemotely() const { return !isLocallyOriginatedEnvelope(); }
+    bool isLocallyOriginatedEnvelope() const override { return true; } ///< a stored envelope always answers yes
+    /// As they were set when the envelope was stored; false when absent.
+    bool isCreatedFromTemplate() const override { return isCreatedFromTemplate_.value_or(0) != 0; }
+    bool isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession() const override {
+        return isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession_.value_or(0) != 0;
+    }
+    void setIsCreatedFromTemplate(bool is) { isCreatedFromTemplate_ = is ? 1 : 0; }
+    void setIsRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession(bool is) {
+        isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession_ = is ? 1 : 0;
+    }
+    void setSubjectIfNeeded() override;
     /// The stored form of operations that mean something on the domain record only: they do nothing.
     bool saveInCoreDataWithContext(ManagedObjectContext&) { return false; }
     void incrementAndPersistPendingSyncRetryCountBy(std::int64_t) {}
@@ -77,6 +91,10 @@ struct NVMCDEnvelopeDefinition : NVMManagedObject {
     void saveAdditionalSynchronizationAttributesInEnvelope();
     /// Records a failed upload; it goes on waiting. The spelling is deliberate.
     void saveSyncFailueReason(const std::string& reason);
+
+  private:
+    NVMCD_ENVELOPE_DEFINITION_ANSWERS(NORVANE_DECLARE_FIELD, NVMCDEnvelopeDefinition)
+    std::unique_ptr<NVMEnvelopeTemplate> domainRecord() const override;
 };
 
 } // namespace norvane

@@ -4,6 +4,9 @@
 #include <norvane/store/NVMCDRecipients.h>
 #include <norvane/store/NVMCDSettings.h>
 #include <norvane/store/NVMManagedObject.h>
+#include <norvane/store/StoredEnvelopeQueries.h>
+
+#include <memory>
 
 // Templates as they are stored. Members are the attributes and the relationships that lead to what a row
 // owns; a number that stands for a Boolean is 1 or 0.
@@ -46,8 +49,16 @@ struct NVMCDEnvelopeTemplateDefinition : NVMManagedObject {
     FIELD(R, Record<NVMCDEmailSettings>, emailSettings)
 
 /// A downloaded template. `useDisclosure` is a text here and a number on the envelope, deliberately.
-struct NVMCDEnvelopeTemplate : NVMManagedObject {
+struct NVMCDEnvelopeTemplate : NVMManagedObject, StoredEnvelopeQueries {
     NVMCD_ENTITY(NVMCDEnvelopeTemplate, NVMCD_ENVELOPE_TEMPLATE_FIELDS)
+
+    bool isLocallyOriginatedEnvelope() const override { return !envelopeId; }
+    bool isCreatedFromTemplate() const override { return true; }
+    bool isRemoteEnvelopeSignedByAtLeastOneSignerInCurrentSession() const override;
+    void setSubjectIfNeeded() override;
+
+  private:
+    std::unique_ptr<NVMEnvelopeTemplate> domainRecord() const override;
 };
 
 } // namespace norvane
