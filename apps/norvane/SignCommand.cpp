@@ -60,8 +60,10 @@ Failure checkPreviewPlace(const std::optional<std::filesystem::path>& preview) {
     if (!preview) return std::nullopt;
     const auto folder = std::filesystem::absolute(*preview).parent_path();
     std::error_code ignored;
-    if (!std::filesystem::is_directory(*preview, ignored) && std::filesystem::is_directory(folder, ignored) &&
-        access(folder.c_str(), W_OK | X_OK) == 0)
+    const auto present = std::filesystem::status(*preview, ignored);
+    // A folder cannot be replaced, and a device must not be.
+    const bool isPlace = !std::filesystem::exists(present) || std::filesystem::is_regular_file(present);
+    if (isPlace && std::filesystem::is_directory(folder, ignored) && access(folder.c_str(), W_OK | X_OK) == 0)
         return std::nullopt;
     return NVMError::make("norvane.command", 0, "The preview cannot be written to " + preview->string() + ".",
                           "PREVIEW_UNWRITABLE");

@@ -57,7 +57,7 @@ Told syncAndListen(const std::vector<EnvelopeSummary>& envelopes, bool onlyOne) 
 }
 
 std::string reasonOf(const EnvelopeSummary& kept, const Told& told) {
-    if (!told.failed.contains(*kept.transactionId)) return "not sent: the run ended before its turn";
+    if (!told.failed.contains(*kept.transactionId)) return "not sent";
     return kept.syncFailureReason.value_or("the failure could not be noted on this device");
 }
 
@@ -81,6 +81,8 @@ SyncOutcome runSync(const std::string& id) {
         else
             outcome.failed.emplace_back(transactionId, reasonOf(kept->second, told));
     }
+    if (!id.empty() && started.empty())
+        outcome.failed.emplace_back(id, "this envelope does not wait for upload");
     return outcome;
 }
 

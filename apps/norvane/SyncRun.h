@@ -14,7 +14,7 @@ struct SyncOutcome {
 };
 
 /// Uploads all pending envelopes, or the one of that envelope or transaction id, and returns when each has
-/// its outcome. With nothing pending it returns at once.
+/// its outcome. With nothing pending it returns at once; that counts as a failure of the one that was named.
 SyncOutcome runSync(const std::string& id);
 
 } // namespace norvane::cli

@@ -1,6 +1,6 @@
 #include "src/api/MimeTypes.h"
 
-#include <strings.h>
+#include "src/platform/AsciiText.h"
 
 #include <utility>
 
@@ -37,9 +37,7 @@ constexpr std::pair<std::string_view, std::string_view> kTypes[] = {
 
 std::string_view mimeTypeForExtension(std::string_view extension) {
     for (const auto& [known, type] : kTypes)
-        if (known.size() == extension.size() &&
-            strncasecmp(known.data(), extension.data(), known.size()) == 0)
-            return type;
+        if (asciiEqualsIgnoringCase(known, extension)) return type;
     return "application/octet-stream";
 }
 

@@ -1,5 +1,7 @@
 #include "src/api/MultipartBody.h"
 
+#include "src/platform/AsciiText.h"
+
 #include <norvane/api/NVESErrors.h>
 
 #include <fcntl.h>
@@ -11,11 +13,6 @@
 
 namespace norvane {
 namespace {
-
-bool hasControlCharacter(std::string_view text) {
-    return std::any_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; });
-}
 
 std::string inQuotes(std::string_view text) {
     std::string result = "\"";
@@ -79,7 +76,7 @@ void MultipartBody::finish() { add(Data("--" + boundary_ + "--\r\n")); }
 Failure MultipartBody::addHead(const Parameters& disposition, std::string_view contentType) {
     std::string head = "--" + boundary_ + "\r\nContent-Disposition: form-data";
     for (const auto& [name, value] : disposition) {
-        if (hasControlCharacter(value))
+        if (std::any_of(value.begin(), value.end(), isAsciiControl))
             return NVMError::make(std::string(kRequestErrorDomain), 0,
                                   "The " + name + " of a part holds control characters.",
                                   std::string(kInvalidHeaderReason));

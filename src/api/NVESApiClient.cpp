@@ -1,6 +1,7 @@
 #include "src/api/ClientState.h"
 #include "src/api/DeserializationErrors.h"
 #include "src/api/RequestBuilder.h"
+#include "src/platform/AsciiText.h"
 
 #include <norvane/api/NVESApiClient.h>
 #include <norvane/api/NVESConfiguration.h>
@@ -151,7 +152,8 @@ void NVESApiClient::setHeaderValue(const std::optional<std::string>& value, cons
     if (value)
         setHeader(defaultHeaders_, forKey, *value);
     else
-        std::erase_if(defaultHeaders_, [&](const auto& header) { return header.first == forKey; });
+        std::erase_if(defaultHeaders_,
+                      [&](const auto& header) { return asciiEqualsIgnoringCase(header.first, forKey); });
 }
 
 std::chrono::seconds NVESApiClient::timeoutInterval() const {

@@ -1,3 +1,5 @@
+#include "src/platform/AsciiText.h"
+
 #include <norvane/api/NVESLogger.h>
 #include <norvane/platform/Json.h>
 #include <norvane/platform/Platform.h>
@@ -13,13 +15,6 @@
 namespace norvane {
 namespace {
 
-std::string lowerCase(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return result;
-}
-
 /// Whoever knows the value of such a member can act for the user or open a signing page.
 bool isSecret(std::string_view key) {
     constexpr std::array<std::string_view, 8> kFragments = {"password",
@@ -30,13 +25,13 @@ bool isSecret(std::string_view key) {
                                                             "authorization",
                                                             "x-norvane-authentication",
                                                             "assertion"};
-    const std::string name = lowerCase(key);
+    const std::string name = asciiLowercased(key);
     return name == "url" || std::any_of(kFragments.begin(), kFragments.end(), [&](std::string_view fragment) {
                return name.find(fragment) != std::string::npos;
            });
 }
 
-bool isContent(std::string_view key) { return lowerCase(key).find("base64") != std::string::npos; }
+bool isContent(std::string_view key) { return asciiLowercased(key).find("base64") != std::string::npos; }
 
 constexpr std::string_view kLengthEnd = " bytes-";
 

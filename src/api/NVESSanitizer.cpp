@@ -1,3 +1,5 @@
+#include "src/platform/AsciiText.h"
+
 #include <norvane/api/NVESSanitizer.h>
 #include <norvane/api/RecordJson.h>
 #include <norvane/platform/DateFormat.h>
@@ -19,13 +21,6 @@ constexpr std::string_view kJsonType = "application/json";
                                                          : "object";
     throw NVMException("InvalidObjectArgumentException",
                        "*** The argument object: " + std::string(what) + " is invalid");
-}
-
-std::string lowerCase(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return result;
 }
 
 } // namespace
@@ -73,18 +68,18 @@ std::string NVESSanitizer::selectHeaderAccept(const std::vector<std::string>& ac
     for (const std::string& type : accepts) {
         if (isJsonType(type)) return std::string(kJsonType);
         if (!joined.empty()) joined += ", ";
-        joined += lowerCase(type);
+        joined += asciiLowercased(type);
     }
     return joined;
 }
 
 std::string NVESSanitizer::selectHeaderContentType(const std::vector<std::string>& contentTypes) const {
     const bool anyJson = std::any_of(contentTypes.begin(), contentTypes.end(), isJsonType);
-    return anyJson || contentTypes.empty() ? std::string(kJsonType) : lowerCase(contentTypes.front());
+    return anyJson || contentTypes.empty() ? std::string(kJsonType) : asciiLowercased(contentTypes.front());
 }
 
 bool NVESSanitizer::isJsonType(std::string_view mimeType) {
-    const std::string type = lowerCase(mimeType);
+    const std::string type = asciiLowercased(mimeType);
     const std::size_t application = type.find("application");
     return application != std::string::npos && type.find("json", application + 11) != std::string::npos;
 }

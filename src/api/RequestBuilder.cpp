@@ -2,6 +2,7 @@
 
 #include "src/api/MimeTypes.h"
 #include "src/api/MultipartBody.h"
+#include "src/platform/AsciiText.h"
 
 #include <norvane/api/NVESApiClient.h>
 #include <norvane/api/NVESConfiguration.h>
@@ -11,8 +12,6 @@
 #include <norvane/api/NVESQueryParamCollection.h>
 #include <norvane/platform/Json.h>
 #include <norvane/platform/Platform.h>
-
-#include <strings.h>
 
 #include <algorithm>
 
@@ -25,9 +24,8 @@ constexpr std::string_view kMethod = "requestWithPath";
 
 /// Identifiers stay one segment of the path: whatever else they hold is escaped, but these cannot be.
 bool isSegment(std::string_view text) {
-    return !text.empty() && text != "." && text != ".." && std::none_of(text.begin(), text.end(), [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
-    });
+    return !text.empty() && text != "." && text != ".." &&
+           std::none_of(text.begin(), text.end(), isAsciiControl);
 }
 
 std::string joined(const NVESQueryParamCollection& collection) {
@@ -61,7 +59,7 @@ Failure addEntry(MultipartBody& body, const NVESFileEntry& entry) {
 
 void setHeader(HttpHeaders& headers, std::string_view name, std::string value) {
     for (auto& [key, present] : headers) {
-        if (key.size() != name.size() || strncasecmp(key.data(), name.data(), name.size()) != 0) continue;
+        if (!asciiEqualsIgnoringCase(key, name)) continue;
         present = std::move(value);
         return;
     }

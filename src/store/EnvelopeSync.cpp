@@ -55,11 +55,6 @@ Failure uploadAndWait(const std::shared_ptr<NVMCDEnvelopeDefinition>& envelope,
     }
 }
 
-void tell(const NVMError& error) {
-    if (!configuredValueForSetupKey(NVM_SETUP_OFFLINE_SIGNING_HIDE_ALERTS_KEY))
-        Platform::current().alerts->showError(error.localizedDescription());
-}
-
 bool waitsForUpload(const NVMCDEnvelopeDefinition& envelope) {
     return envelope.syncPending.value_or(0) != 0 && envelope.status != "created";
 }
@@ -70,25 +65,18 @@ void NVMEnvelopeSynchronizer::syncEnvelope(EnvelopeRun& run) {
     // An operation that became free while a cancel went through the queue.
     if (run.cancellationsAtStart != cancellations()) return;
     const auto store = ObjectStore::defaultStore();
-    if (!store) {
-        run.error = storeNotOpen();
-        return;
-    }
+    if (!store) return failed(run, storeNotOpen());
     const auto uploading = lockUploads(*store);
-    if (!uploading) {
-        run.error = uploading.error();
-        return;
-    }
+    if (!uploading) return failed(run, uploading.error());
     const auto loaded = store->defaultContext().objectWithID<NVMCDEnvelopeDefinition>(run.id);
-    if (!loaded) {
-        run.error = loaded.error();
-        return tell(*run.error);
-    }
+    if (!loaded) return failed(run, loaded.error());
     const auto& envelope = *loaded;
     run.isGone = !envelope || !waitsForUpload(*envelope);
     if (run.isGone) return;
-    run.error = uploadAndWait(envelope, store, uploader_);
-    if (run.error) return uploadFailed(run, *envelope);
+    if (auto error = uploadAndWait(envelope, store, uploader_)) {
+        if (isFinal(*error)) giveUp(run, *envelope, *error);
+        return failed(run, *std::move(error));
+    }
     run.userInfo = NVMRecordCacher::userInfoForRecord(envelope.get(), run.recordId);
     updateLocalStorageWithSyncedEnvelope(run);
 }
@@ -99,16 +87,18 @@ void NVMEnvelopeSynchronizer::updateLocalStorageWithSyncedEnvelope(const Envelop
     static_cast<void>(envelopeCacher_->disableCachingForRecordWithID(run.recordId));
 }
 
-void NVMEnvelopeSynchronizer::uploadFailed(EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope) {
-    if (isFinal(*run.error)) giveUp(run, envelope);
-    tell(*run.error);
+void NVMEnvelopeSynchronizer::failed(EnvelopeRun& run, NVMError error) {
+    run.error = std::move(error);
+    if (!configuredValueForSetupKey(NVM_SETUP_OFFLINE_SIGNING_HIDE_ALERTS_KEY))
+        Platform::current().alerts->showError(run.error->localizedDescription());
 }
 
-void NVMEnvelopeSynchronizer::giveUp(const EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope) {
+void NVMEnvelopeSynchronizer::giveUp(const EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope,
+                                     const NVMError& error) {
     auto stored = std::make_shared<NVMCDEnvelopeDefinition>(envelope);
     stored->syncPending = 0;
     stored->syncPendingUploadRetryCount = 0;
-    stored->syncFailureReason = run.error->localizedDescription();
+    stored->syncFailureReason = error.localizedDescription();
     if (const auto store = ObjectStore::defaultStore()) {
         // When this cannot be written the envelope stays in line, and gets the same answer the next time.
         static_cast<void>(store->saveAndWait([&](ManagedObjectContext& context) -> Failure {

@@ -1,3 +1,5 @@
+#include "src/platform/AsciiText.h"
+
 #include <norvane/api/NVESEnvelopes.h>
 #include <norvane/api/NVESErrors.h>
 #include <norvane/api/NVMApi.h>
@@ -6,7 +8,6 @@
 #include <norvane/store/EnvelopeUploader.h>
 
 #include <algorithm>
-#include <cctype>
 
 namespace norvane {
 
@@ -52,11 +53,6 @@ EnvelopeUploader::Answer answerOf(const NVESEnvelopeSummary* summary, const Fail
     return {summary->envelopeId, std::nullopt, true};
 }
 
-bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
-
 /// Adds what the records say under the identifiers as they were asked for, with empty text for an envelope
 /// that the service knows of but has not named.
 template <class Records>
@@ -66,7 +62,7 @@ void addFound(std::map<std::string, std::string>& found, const std::vector<std::
     for (const auto& record : *records) {
         if (!record->transactionId) continue;
         for (const auto& transactionId : asked) {
-            if (!equalIgnoringCase(transactionId, *record->transactionId)) continue;
+            if (!asciiEqualsIgnoringCase(transactionId, *record->transactionId)) continue;
             std::string& envelopeId = found[transactionId];
             if (envelopeId.empty()) envelopeId = record->envelopeId.value_or("");
         }

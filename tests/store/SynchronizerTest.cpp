@@ -204,6 +204,7 @@ TEST_F(SynchronizerTest, AnEnvelopeThatCannotBeReadFailsAndTheNextIsTried) {
     EXPECT_EQ(service_->taken(), std::vector<std::string>{second});
     EXPECT_EQ(log.count(NVMEnvelopeSyncingFailedNotification), 1u);
     EXPECT_EQ(log.first(NVMEnvelopeSyncingStartedNotification).size(), 2u);
+    EXPECT_EQ(alerts_->errors().size(), 1u) << "says why";
     EXPECT_EQ(synchronizer_->pendingEnvelopeCount(), 1u) << "it stays";
 }
 

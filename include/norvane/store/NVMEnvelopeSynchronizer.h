@@ -74,8 +74,8 @@ class NVMEnvelopeSynchronizer : public RecordSynchronizing,
     std::vector<std::shared_ptr<Operation>> pushPendingEnvelopeOperations(const Runs& runs);
     std::size_t cancellations() const;
     void syncEnvelope(EnvelopeRun& run);
-    void uploadFailed(EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope);
-    void giveUp(const EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope);
+    static void failed(EnvelopeRun& run, NVMError error);
+    void giveUp(const EnvelopeRun& run, const NVMCDEnvelopeDefinition& envelope, const NVMError& error);
     void updateLocalStorageWithSyncedEnvelope(const EnvelopeRun& run);
     void advance(EnvelopeRun& run);
     void advanceToNextEnvelope(const ManagedObjectID& id);
