@@ -113,8 +113,34 @@ Answer accountCustomFields(const Call&) {
         Json::object({{"textCustomFields", Json::Array()}, {"listCustomFields", Json::Array()}}));
 }
 
+constexpr const char* kShared = "sharedAccess";
+
 Answer sharedAccess(const Call& call) {
-    return pageAnswer(call.request, "sharedAccess", {}, "/shared_access");
+    const Json details = call.operations.details.read(call.detailFile());
+    return pageAnswer(call.request, kShared, details.array(kShared), "/shared_access");
+}
+
+/// Sets what users share: {"sharedAccess": [{"user": {"userId"}, "templates": [...], ...}]}.
+Answer updateSharedAccess(const Call& call) {
+    Json body;
+    if (auto refusal = readBody(call.request, body)) return *refusal;
+    const Json::Array given = body.array(kShared);
+    if (given.empty()) return malformed("sharedAccess is missing or empty.");
+    const auto userOf = [](const Json& entry) {
+        const Json* user = entry.find("user");
+        return user ? user->text("userId") : std::string();
+    };
+    for (const Json& entry : given)
+        if (userOf(entry) != call.operations.credentials.userId)
+            return errorAnswer(404, "USER_NOT_FOUND", "The user does not belong to the account.");
+    return call.operations.details.change(call.detailFile(), kShared, Json::Array(), [&](Json& kept) {
+        for (const Json& entry : given) {
+            std::erase_if(*kept.mutableItems(),
+                          [&](const Json& old) { return userOf(old) == userOf(entry); });
+            kept.push(entry);
+        }
+        return jsonAnswer(Json::object({{kShared, kept}}));
+    });
 }
 
 Answer unsupportedFileTypes(const Call&) {
@@ -140,6 +166,7 @@ constexpr Route kAccountRoutes[] = {
     {"GET", "/envelopes/{envelopeId}/recipients/{recipientId}/consumer_disclosure", consumerDisclosure},
     {"GET", "/custom_fields", accountCustomFields},
     {"GET", "/shared_access", sharedAccess},
+    {"PUT", "/shared_access", updateSharedAccess},
     {"GET", "/unsupported_file_types", unsupportedFileTypes},
     {"GET", "/users", users},
     {"GET", "/users/{userId}", user},

@@ -1,56 +1,64 @@
-#include "sandbox/Operations.h"
+#include "sandbox/Documents.h"
 #include "sandbox/PdfPages.h"
-#include "sandbox/PrivateFile.h"
 #include "sandbox/Template.h"
 
 namespace norvane::sandbox {
 
 namespace {
 
-struct Document {
-    std::string id;
-    std::string name;
-    std::string pdf;
-};
-
-/// Those of the envelope or of the template.
-std::vector<Document> documentsOf(const Call& call) {
-    std::vector<Document> documents;
-    if (call.source)
-        for (const TemplateDocument& document : call.source->documents)
-            documents.push_back({document.documentId, document.name, document.pdf});
-    else
-        for (const ReceivedFile& document : call.envelope->documents)
-            documents.push_back({document.id, document.name, readFile(document.path).value_or("")});
-    return documents;
-}
-
-std::optional<Document> documentOf(const Call& call) {
-    for (Document& document : documentsOf(call))
-        if (document.id == call["documentId"]) return std::move(document);
-    return std::nullopt;
-}
-
-Answer unknownDocument() {
-    return errorAnswer(404, "DOCUMENT_DOES_NOT_EXIST", "There is no document of this id.");
-}
-
 Answer templateDocuments(const Call& call) {
     return jsonAnswer(Json::object(
         {{"templateId", call.source->plan.templateId}, {"templateDocuments", documentsJson(*call.source)}}));
 }
 
-Answer envelopeDocuments(const Call& call) {
-    const std::string& envelopeId = call.envelope->envelopeId;
+Json listed(const std::string& envelopeId, const std::vector<Document>& documents) {
     Json::Array list;
-    for (const Document& document : documentsOf(call))
+    for (const Document& document : documents)
         list.push_back(Json::object({{"documentId", document.id},
                                      {"name", document.name},
                                      {"type", "content"},
                                      {"uri", "/envelopes/" + envelopeId + "/documents/" + document.id},
                                      {"order", std::to_string(list.size() + 1)},
                                      {"pages", std::to_string(pageSizes(document.pdf).size())}}));
-    return jsonAnswer(Json::object({{"envelopeId", envelopeId}, {"envelopeDocuments", std::move(list)}}));
+    return Json::object({{"envelopeId", envelopeId}, {"envelopeDocuments", std::move(list)}});
+}
+
+Answer envelopeDocuments(const Call& call) {
+    return jsonAnswer(listed(call.envelope->envelopeId, documentsOf(call)));
+}
+
+/// Adds documents to a draft, or puts them in the place of those of their ids.
+Answer updateDocuments(const Call& call) {
+    Json body;
+    if (auto refusal = readBody(call.request, body)) return *refusal;
+    return changeDocuments(call, [&](std::vector<Document>& documents) {
+        if (body.array("documents").empty()) return malformed("documents is missing or empty.");
+        if (const auto problem = putDocuments(body, documents); !problem.empty()) return malformed(problem);
+        return jsonAnswer(listed(call.envelope->envelopeId, documents));
+    });
+}
+
+/// Takes documents out of a draft; their tabs go with them.
+Answer deleteDocuments(const Call& call) {
+    Json body;
+    if (auto refusal = readBody(call.request, body)) return *refusal;
+    Answer answer = changeDocuments(call, [&](std::vector<Document>& documents) {
+        for (const Json& unwanted : body.array("documents")) {
+            const std::string& id = unwanted.text("documentId");
+            if (std::erase_if(documents, [&](const Document& known) { return known.id == id; }) == 0)
+                return unknownDocument();
+        }
+        return jsonAnswer(listed(call.envelope->envelopeId, documents));
+    });
+    if (answer.status >= 400) return answer;
+    changeRecipients(call, [&](Json& recipients) {
+        for (const Json& gone : body.array("documents"))
+            eraseTabs(recipients, [&](const std::string& documentId, Json&) {
+                return documentId == gone.text("documentId");
+            });
+        return Answer();
+    });
+    return answer;
 }
 
 Answer pdfAnswer(const std::string& name, std::string bytes) {
@@ -63,32 +71,17 @@ Answer pdfAnswer(const std::string& name, std::string bytes) {
 
 /// All documents as one.
 Answer combined(const Call& call) {
+    if (documentsOf(call).empty()) return unknownDocument();
     if (call.source) return pdfAnswer(call.source->plan.name + ".pdf", call.source->combinedPdf);
     std::vector<std::string> parts;
     for (Document& document : documentsOf(call))
         parts.push_back(std::move(document.pdf));
-    if (parts.empty()) return unknownDocument();
     return pdfAnswer("combined.pdf", parts.size() == 1 ? parts.front() : joinedPdf(parts));
 }
 
 Answer document(const Call& call) {
     auto found = documentOf(call);
     return found ? pdfAnswer(found->name, std::move(found->pdf)) : unknownDocument();
-}
-
-Answer pages(const Call& call) {
-    const auto found = documentOf(call);
-    if (!found) return unknownDocument();
-    Json::Array list;
-    for (const PageSize& size : pageSizes(found->pdf)) {
-        const std::string number = std::to_string(list.size() + 1);
-        list.push_back(Json::object({{"pageId", number},
-                                     {"sequence", number},
-                                     {"width", std::to_string(size.width)},
-                                     {"height", std::to_string(size.height)},
-                                     {"dpi", "72"}}));
-    }
-    return pageAnswer(call.request, "pages", list, "/documents/" + found->id + "/pages");
 }
 
 constexpr const char* kFields = "documentFields";
@@ -116,9 +109,10 @@ Answer changeFields(const Call& call) {
 
 constexpr Route kDocumentRoutes[] = {
     {"GET", "/envelopes/{envelopeId}/documents", envelopeDocuments},
+    {"PUT", "/envelopes/{envelopeId}/documents", updateDocuments},
+    {"DELETE", "/envelopes/{envelopeId}/documents", deleteDocuments},
     {"GET", "/envelopes/{envelopeId}/documents/combined", combined},
     {"GET", "/envelopes/{envelopeId}/documents/{documentId}", document},
-    {"GET", "/envelopes/{envelopeId}/documents/{documentId}/pages", pages},
     {"GET", "/envelopes/{envelopeId}/documents/{documentId}/fields", fields},
     {"POST", "/envelopes/{envelopeId}/documents/{documentId}/fields", changeFields},
     {"PUT", "/envelopes/{envelopeId}/documents/{documentId}/fields", changeFields},
@@ -126,7 +120,6 @@ constexpr Route kDocumentRoutes[] = {
     {"GET", "/templates/{templateId}/documents", templateDocuments},
     {"GET", "/templates/{templateId}/documents/combined", combined},
     {"GET", "/templates/{templateId}/documents/{documentId}", document},
-    {"GET", "/templates/{templateId}/documents/{documentId}/pages", pages},
     {"GET", "/templates/{templateId}/documents/{documentId}/fields", fields},
     {"POST", "/templates/{templateId}/documents/{documentId}/fields", changeFields},
     {"PUT", "/templates/{templateId}/documents/{documentId}/fields", changeFields},

@@ -1,11 +1,9 @@
-#include "sandbox/DocumentCheck.h"
+#include "sandbox/Documents.h"
 #include "sandbox/EnvelopeCheck.h"
-#include "sandbox/Operations.h"
 #include "sandbox/Template.h"
+#include "sandbox/TemplateStore.h"
 #include "sandbox/Text.h"
 #include "sandbox/Upload.h"
-
-#include <deque>
 
 namespace norvane::sandbox {
 
@@ -60,37 +58,32 @@ std::string applyRoles(const Json& roles, Json& recipients) {
     return {};
 }
 
-/// Documents out of a plain envelope: the bytes stay in `kept`.
-std::string takeDocuments(const Json& definition, std::deque<std::string>& kept,
-                          std::vector<UploadPart>& parts) {
-    for (const Json& document : definition.array("documents")) {
-        const std::string& id = document.text("documentId");
-        auto bytes = base64Decoded(document.text("documentBase64"));
-        if (!bytes || bytes->empty()) return "document " + id + " has no documentBase64";
-        kept.push_back(std::move(*bytes));
-        if (const auto found = checkPdf(kept.back()); !found.ok())
-            return "document " + id + ": " + found.error;
+/// The documents as parts; they must outlive the envelope's making.
+std::vector<UploadPart> partsOf(const std::vector<Document>& documents) {
+    std::vector<UploadPart> parts;
+    for (const Document& document : documents) {
         UploadPart& part = parts.emplace_back();
         part.kind = UploadPart::Kind::Document;
-        part.documentId = id;
-        part.fileName = document.text("name");
-        part.body = kept.back();
-    }
-    return {};
-}
-
-std::string useTemplate(const Call& call, const Json& definition, NewEnvelope& envelope) {
-    const Template& source = *call.source;
-    envelope.recipients = recipientsOf(call);
-    for (const TemplateDocument& document : source.documents) {
-        UploadPart& part = envelope.parts.emplace_back();
-        part.kind = UploadPart::Kind::Document;
-        part.documentId = document.documentId;
+        part.documentId = document.id;
         part.fileName = document.name;
         part.body = document.pdf;
     }
-    const Json* roles = definition.find("templateRoles");
-    return roles ? applyRoles(*roles, envelope.recipients) : std::string();
+    return parts;
+}
+
+Answer createFromTemplate(const Call& call, NewEnvelope envelope) {
+    const Template& source = *call.source;
+    envelope.recipients = recipientsOf(call);
+    envelope.parts = partsOf(source.documents);
+    if (const Json* roles = envelope.definition.find("templateRoles"))
+        if (const auto problem = applyRoles(*roles, envelope.recipients); !problem.empty())
+            return malformed(problem);
+    const ReceivedEnvelope made = call.operations.envelopes.add(envelope);
+    std::vector<std::string> ids;
+    for (const Document& document : source.documents)
+        ids.push_back(document.id);
+    noteTemplate(call.operations, made.folder, source, ids);
+    return summaryAnswer(made);
 }
 
 Answer createFromJson(const Operations& operations, const Request& request) {
@@ -105,20 +98,17 @@ Answer createFromJson(const Operations& operations, const Request& request) {
     envelope.request = &request;
     envelope.json = request.body;
     envelope.definition = definition;
-    std::deque<std::string> bytes;
-    std::string problem;
     if (const std::string& id = definition.text("templateId"); !id.empty()) {
-        const Template* source = findTemplate(id);
+        auto source = operations.templates.find(id);
         if (!source)
             return errorAnswer(400, "TEMPLATE_ID_INVALID", "The account has no template of this id.");
-        problem = useTemplate({operations, request, {}, {}, source}, definition, envelope);
-    } else {
-        problem = takeDocuments(definition, bytes, envelope.parts);
-        if (const Json* recipients = definition.find("recipients")) envelope.recipients = *recipients;
-        if (envelope.parts.empty() && problem.empty())
-            problem = "the envelope has neither a template nor a document";
+        return createFromTemplate({operations, request, {}, {}, std::move(source)}, std::move(envelope));
     }
-    if (!problem.empty()) return malformed(problem);
+    std::vector<Document> documents;
+    if (const auto problem = putDocuments(definition, documents); !problem.empty()) return malformed(problem);
+    if (documents.empty()) return malformed("the envelope has neither a template nor a document");
+    envelope.parts = partsOf(documents);
+    if (const Json* recipients = definition.find("recipients")) envelope.recipients = *recipients;
     return summaryAnswer(operations.envelopes.add(envelope));
 }
 

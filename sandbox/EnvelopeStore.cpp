@@ -42,7 +42,7 @@ std::string statusOf(const NewEnvelope& envelope) {
 Json fileJson(const ReceivedFile& file) {
     return Json::object({{"id", file.id},
                          {"name", file.name},
-                         {"file", "parts/" + file.path.filename().string()},
+                         {"file", (file.path.parent_path().filename() / file.path.filename()).string()},
                          {"size", static_cast<std::int64_t>(file.size)},
                          {"sha256", file.sha256}});
 }
@@ -209,6 +209,35 @@ Answer EnvelopeStore::changeRecipients(const std::string& envelopeId,
     if (answer.status >= 400) return answer;
     writePrivateFile(known.envelope.folder / "recipients.json", changed.write(true) + "\n");
     known.recipients = std::move(changed);
+    return answer;
+}
+
+Answer EnvelopeStore::changeDocuments(const std::string& envelopeId,
+                                      const std::function<Answer(std::vector<Document>&)>& change) {
+    const std::lock_guard lock(mutex_);
+    Entry& known = entries_[indexOf(envelopeId).value()];
+    ReceivedEnvelope changed = known.envelope;
+    std::vector<Document> documents;
+    for (const ReceivedFile& file : changed.documents)
+        documents.push_back({file.id, file.name, readFile(file.path).value_or("")});
+    Answer answer = change(documents);
+    if (answer.status >= 400) return answer;
+    const std::vector<ReceivedFile> before = std::exchange(changed.documents, {});
+    makePrivateFolder(changed.folder / "documents");
+    for (const Document& document : documents) {
+        const std::string sha256 = sha256Hex(document.pdf);
+        const auto same = std::find_if(before.begin(), before.end(), [&](const ReceivedFile& file) {
+            return file.id == document.id && file.sha256 == sha256;
+        });
+        const fs::path path = same != before.end()
+                                  ? same->path
+                                  : changed.folder / "documents" / (sha256.substr(0, 16) + ".pdf");
+        if (same == before.end()) writePrivateFile(path, document.pdf);
+        changed.documents.push_back({document.id, document.name, path, document.pdf.size(), sha256});
+    }
+    writePrivateFile(changed.folder / "summary.json",
+                     summaryJson(changed, known.sequence).write(true) + "\n");
+    known.envelope = std::move(changed);
     return answer;
 }
 

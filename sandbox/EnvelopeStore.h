@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sandbox/Document.h"
 #include "sandbox/HttpMessage.h"
 #include "sandbox/Json.h"
 #include "sandbox/ReceivedEnvelope.h"
@@ -29,6 +30,7 @@ struct NewEnvelope {
 ///   parts/NN.headers, parts/NN.json|pdf|png   every part of a multipart upload, byte for byte
 ///   envelope.json         the definition as received
 ///   recipients.json       the recipients as they stand now
+///   documents/*.pdf       documents that were changed since
 ///   images/*.png          images set for recipients
 ///   details.json          what was set later: custom fields, notification, lock, fields of documents, folder
 ///   summary.json          what is where, with sizes and SHA-256
@@ -52,6 +54,10 @@ class EnvelopeStore {
     /// Changes the recipients under the store's lock; an answer of 400 and up leaves them as they were.
     Answer changeRecipients(const std::string& envelopeId,
                             const std::function<Answer(Json& recipients)>& change);
+
+    /// Changes the documents in the same way.
+    Answer changeDocuments(const std::string& envelopeId,
+                           const std::function<Answer(std::vector<Document>& documents)>& change);
 
     void setImage(const std::string& envelopeId, const std::string& recipientId, const std::string& type,
                   std::string_view bytes);

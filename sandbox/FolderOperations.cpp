@@ -1,6 +1,7 @@
 #include "sandbox/EnvelopeCheck.h"
 #include "sandbox/Operations.h"
 #include "sandbox/Template.h"
+#include "sandbox/TemplateStore.h"
 #include "sandbox/Text.h"
 
 #include <set>
@@ -13,10 +14,10 @@ constexpr const char* kDrafts = "Drafts";
 constexpr const char* kSent = "Sent Items";
 constexpr const char* kEnvelopeFolders[] = {kDrafts, "Inbox", kSent, "Recycle Bin"};
 
-std::set<std::string> templateFolders() {
+std::set<std::string> templateFolders(const Call& call) {
     std::set<std::string> names;
-    for (const Template& source : templateCatalogue())
-        names.insert(source.plan.folderName);
+    for (const auto& source : call.operations.templates.all())
+        names.insert(source->plan.folderName);
     return names;
 }
 
@@ -38,7 +39,7 @@ Answer folders(const Call& call) {
     if (call.request.queryValue("template") != "only")
         for (const char* name : kEnvelopeFolders)
             list.push_back(folderJson(user, name, name));
-    for (const std::string& name : templateFolders())
+    for (const std::string& name : templateFolders(call))
         list.push_back(folderJson(user, name, "template"));
     return pageAnswer(call.request, "folders", list, "/folders");
 }
@@ -74,14 +75,15 @@ Answer folderItems(const Call& call) {
         known = known || folderIdOf(name) == id;
     for (const ReceivedEnvelope& envelope : call.operations.envelopes.all())
         if (folderOf(call.operations, envelope) == id) items.push_back(itemJson(user, envelope));
-    for (const Template& source : templateCatalogue()) {
-        if (folderIdOf(source.plan.folderName) != id) continue;
+    for (const auto& source : call.operations.templates.all()) {
+        const TemplatePlan& plan = source->plan;
+        if (folderIdOf(plan.folderName) != id) continue;
         known = true;
         items.push_back(Json::object({{"ownerName", user.userName},
-                                      {"templateId", source.plan.templateId},
-                                      {"name", source.plan.name},
-                                      {"description", source.plan.description},
-                                      {"uri", "/templates/" + source.plan.templateId}}));
+                                      {"templateId", plan.templateId},
+                                      {"name", plan.name},
+                                      {"description", plan.description},
+                                      {"uri", "/templates/" + plan.templateId}}));
     }
     if (!known) return unknownFolder();
     return pageAnswer(call.request, "folderItems", items, "/folders/" + id);
@@ -90,7 +92,7 @@ Answer folderItems(const Call& call) {
 /// Moves envelopes into a folder: all of them or, when one is unknown, none.
 Answer moveEnvelopes(const Call& call) {
     const std::string& id = call["folderId"];
-    for (const std::string& name : templateFolders())
+    for (const std::string& name : templateFolders(call))
         if (folderIdOf(name) == id)
             return errorAnswer(403, "FOLDER_NOT_ALLOWED", "A folder of templates takes no envelopes.");
     bool known = false;

@@ -2,6 +2,7 @@
 
 #include "sandbox/EnvelopeCheck.h"
 #include "sandbox/Template.h"
+#include "sandbox/TemplateStore.h"
 #include "sandbox/Text.h"
 
 #include <algorithm>
@@ -23,7 +24,7 @@ std::optional<Answer> resolve(Call& call) {
     if (const std::string* id = named("templateId")) {
         if (!isUuid(*id))
             return errorAnswer(400, "INVALID_REQUEST_PARAMETER", "The template id is not a UUID.");
-        call.source = findTemplate(*id);
+        call.source = call.operations.templates.find(*id);
         if (!call.source)
             return errorAnswer(404, "TEMPLATE_NOT_FOUND", "The account has no template of this id.");
     }
@@ -53,8 +54,12 @@ const std::string& Call::operator[](std::string_view parameter) const {
 
 std::filesystem::path Call::detailFile() const {
     if (envelope) return envelope->folder / "details.json";
-    if (source) return operations.folder / "templates" / (source->plan.templateId + ".json");
+    if (source) return templateDetailFile(operations, source->plan.templateId);
     return operations.folder / "details.json";
+}
+
+std::filesystem::path templateDetailFile(const Operations& operations, const std::string& templateId) {
+    return operations.folder / "templates" / (templateId + ".json");
 }
 
 void addRoutes(Router& router, const Operations& operations, std::span<const Route> routes) {
@@ -103,6 +108,13 @@ Answer changeRecipients(const Call& call, const std::function<Answer(Json& recip
 
 Answer unknownRecipient() {
     return errorAnswer(404, "RECIPIENT_NOT_IN_ENVELOPE", "There is no recipient of this id.");
+}
+
+void recountRecipients(Json& recipients) {
+    std::size_t count = 0;
+    for (const auto& [list, entries] : recipients.members())
+        count += entries.items().size();
+    recipients.set("recipientCount", std::to_string(count));
 }
 
 Json* findRecipient(Json& recipients, std::string_view recipientId) {

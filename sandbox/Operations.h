@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -17,6 +18,7 @@
 
 namespace norvane::sandbox {
 
+class TemplateStore;
 struct Template;
 
 /// What the operations work on; outlives the router.
@@ -26,6 +28,7 @@ struct Operations {
     FaultPlan& faults;
     RequestLog& log;
     DetailStore& details;
+    TemplateStore& templates;
     std::filesystem::path folder; ///< of all data
     std::string url;              ///< of the service, without a slash at its end; known once it listens
 };
@@ -36,7 +39,7 @@ struct Call {
     const Request& request;
     const PathParameters& parameters;
     std::optional<ReceivedEnvelope> envelope{}; ///< of "{envelopeId}"
-    const Template* source = nullptr;           ///< of "{templateId}"
+    std::shared_ptr<const Template> source{};   ///< of "{templateId}"
 
     /// The value of a path's braces, which must be there.
     const std::string& operator[](std::string_view parameter) const;
@@ -60,10 +63,14 @@ void addRoutes(Router& router, const Operations& operations, std::span<const Rou
 void addAccountOperations(Router& router, const Operations& operations);
 void addFolderOperations(Router& router, const Operations& operations);
 void addTemplateOperations(Router& router, const Operations& operations);
+/// Which templates an envelope was made of, and applying further ones to a draft.
+void addAppliedTemplates(Router& router, const Operations& operations);
 /// Making, listing and changing envelopes.
 void addEnvelopeOperations(Router& router, const Operations& operations);
-/// Documents of envelopes and templates, their pages and fields.
+/// Documents of envelopes and templates, and their fields.
 void addDocumentOperations(Router& router, const Operations& operations);
+/// The pages of documents.
+void addPageOperations(Router& router, const Operations& operations);
 /// Custom fields, notification and lock of envelopes and templates.
 void addDetailOperations(Router& router, const Operations& operations);
 /// Recipients of an envelope, their images and views.
@@ -75,7 +82,13 @@ void addDiagnosticsOperations(Router& router, const Operations& operations);
 /// Faults, requests and received envelopes under /sandbox, for tests.
 void addAdministration(Router& router, const Operations& operations);
 
+/// Where what was changed beside a template is kept.
+std::filesystem::path templateDetailFile(const Operations& operations, const std::string& templateId);
+
 Answer createEnvelope(const Call& call);
+/// Notes that the documents of an envelope came from a template.
+void noteTemplate(const Operations& operations, const std::filesystem::path& envelopeFolder,
+                  const Template& source, const std::vector<std::string>& documentIds);
 
 /// The user as "owner" and the like.
 Json ownerJson(const Credentials& credentials);
@@ -86,6 +99,7 @@ Json recipientsOf(const Call& call);
 /// Changes them; an answer of 400 and up leaves them as they were.
 Answer changeRecipients(const Call& call, const std::function<Answer(Json& recipients)>& change);
 Answer unknownRecipient();
+void recountRecipients(Json& recipients);
 /// The recipient of any kind; null when there is none.
 Json* findRecipient(Json& recipients, std::string_view recipientId);
 /// Reads an object, whose scalars travel as they should, out of the body; else the answer that refuses it.

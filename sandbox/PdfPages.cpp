@@ -11,10 +11,27 @@
 
 namespace norvane::sandbox {
 
-std::vector<PageSize> pageSizes(std::string_view pdf) {
-    QPDF document;
+namespace {
+
+void open(QPDF& document, std::string_view pdf) {
     document.setSuppressWarnings(true);
     document.processMemoryFile("document", pdf.data(), pdf.size());
+}
+
+std::string written(QPDF& document) {
+    QPDFWriter writer(document);
+    writer.setOutputMemory();
+    writer.setDeterministicID(true);
+    writer.write();
+    const std::shared_ptr<Buffer> buffer = writer.getBufferSharedPointer();
+    return {reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize()};
+}
+
+} // namespace
+
+std::vector<PageSize> pageSizes(std::string_view pdf) {
+    QPDF document;
+    open(document, pdf);
     std::vector<PageSize> sizes;
     for (auto& page : QPDFPageDocumentHelper(document).getAllPages()) {
         const auto box = page.getMediaBox().getArrayAsRectangle();
@@ -30,17 +47,26 @@ std::string joinedPdf(const std::vector<std::string>& documents) {
     std::deque<QPDF> sources; // must stay until the result is written
     for (const std::string& bytes : documents) {
         QPDF& source = sources.emplace_back();
-        source.setSuppressWarnings(true);
-        source.processMemoryFile("document", bytes.data(), bytes.size());
+        open(source, bytes);
         for (const auto& page : QPDFPageDocumentHelper(source).getAllPages())
             QPDFPageDocumentHelper(joined).addPage(page, false);
     }
-    QPDFWriter writer(joined);
-    writer.setOutputMemory();
-    writer.setDeterministicID(true);
-    writer.write();
-    const std::shared_ptr<Buffer> buffer = writer.getBufferSharedPointer();
-    return {reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize()};
+    return written(joined);
+}
+
+std::string withPageTurned(std::string_view pdf, std::size_t number, int degrees) {
+    QPDF document;
+    open(document, pdf);
+    QPDFPageDocumentHelper(document).getAllPages().at(number - 1).rotatePage(degrees, true);
+    return written(document);
+}
+
+std::string withoutPage(std::string_view pdf, std::size_t number) {
+    QPDF document;
+    open(document, pdf);
+    QPDFPageDocumentHelper pages(document);
+    pages.removePage(pages.getAllPages().at(number - 1));
+    return written(document);
 }
 
 } // namespace norvane::sandbox

@@ -17,5 +17,8 @@ struct PageSize {
 std::vector<PageSize> pageSizes(std::string_view pdf);
 /// One document of the pages of all, in order.
 std::string joinedPdf(const std::vector<std::string>& documents);
+/// The document with the page of that number, from 1 on, turned by a multiple of 90 degrees, or without it.
+std::string withPageTurned(std::string_view pdf, std::size_t number, int degrees);
+std::string withoutPage(std::string_view pdf, std::size_t number);
 
 } // namespace norvane::sandbox

@@ -9,13 +9,6 @@ namespace norvane::sandbox {
 
 namespace {
 
-void recount(Json& recipients) {
-    std::size_t count = 0;
-    for (const auto& [list, entries] : recipients.members())
-        count += entries.items().size();
-    recipients.set("recipientCount", std::to_string(count));
-}
-
 Answer listRecipients(const Call& call) {
     Json recipients = recipientsOf(call);
     if (call.request.queryValue("include_tabs") == "true") return jsonAnswer(recipients);
@@ -42,7 +35,7 @@ Answer addRecipients(const Call& call) {
                 if (!recipients.find(list)) recipients.set(list, Json::Array());
                 recipients.find(list)->push(added);
             }
-        recount(recipients);
+        recountRecipients(recipients);
         return jsonAnswer(body, 201);
     });
 }
@@ -75,7 +68,7 @@ Answer deleteRecipients(const Call& call) {
                 const auto same = [&](const Json& recipient) { return recipient.text("recipientId") == id; };
                 if (!items || std::erase_if(*items, same) == 0) return unknownRecipient();
             }
-        recount(recipients);
+        recountRecipients(recipients);
         return jsonAnswer(body);
     });
 }
@@ -122,7 +115,7 @@ Answer deleteRecipient(const Call& call) {
                 std::erase_if(*items, [&](const Json& recipient) {
                     return recipient.text("recipientId") == call["recipientId"];
                 });
-        recount(recipients);
+        recountRecipients(recipients);
         return jsonAnswer(deleted);
     });
 }

@@ -7,6 +7,7 @@
 #include "sandbox/HttpServer.h"
 #include "sandbox/Operations.h"
 #include "sandbox/PrivateFile.h"
+#include "sandbox/TemplateStore.h"
 #include "sandbox/Text.h"
 
 #include <algorithm>
@@ -30,19 +31,21 @@ class SandboxService::Running : public HttpHandler {
     explicit Running(const Options& options)
         : files_(prepareAuthority(options.dataFolder / "tls", options.host, std::chrono::system_clock::now()))
         , envelopes_(options.dataFolder / "envelopes")
+        , templates_(options.dataFolder / "templates")
         , operations_{prepareCredentials(options.dataFolder / "account.json"),
                       envelopes_,
                       faults_,
                       log_,
                       details_,
+                      templates_,
                       options.dataFolder,
                       {}} {
         for (const Fault& fault : options.faults)
             faults_.add(fault);
         for (auto* addFamily :
-             {addAccountOperations, addFolderOperations, addTemplateOperations, addEnvelopeOperations,
-              addDocumentOperations, addDetailOperations, addTabOperations, addRecipientOperations,
-              addDiagnosticsOperations, addAdministration})
+             {addAccountOperations, addFolderOperations, addTemplateOperations, addAppliedTemplates,
+              addEnvelopeOperations, addDocumentOperations, addPageOperations, addDetailOperations,
+              addTabOperations, addRecipientOperations, addDiagnosticsOperations, addAdministration})
             addFamily(router_, operations_);
         HttpServer::Options server{options.host, options.port, files_.chain, files_.key,
                                    options.maximumBodyBytes};
@@ -75,6 +78,7 @@ class SandboxService::Running : public HttpHandler {
 
     AuthorityFiles files_;
     EnvelopeStore envelopes_;
+    TemplateStore templates_;
     FaultPlan faults_;
     RequestLog log_;
     DetailStore details_;

@@ -1,6 +1,7 @@
 #include "sandbox/Template.h"
 
 #include "sandbox/PdfCanvas.h"
+#include "sandbox/PdfPages.h"
 #include "sandbox/TemplatePlans.h"
 #include "sandbox/Text.h"
 
@@ -71,7 +72,7 @@ Json recipientsJson(const TemplatePlan& plan, const std::vector<std::vector<Tab>
 Json definitionJson(const Template& source, const Json& owner) {
     const TemplatePlan& plan = source.plan;
     Json json = Json::object({{"templateId", plan.templateId}, {"name", plan.name}});
-    json.set("description", plan.description).set("shared", "false").set("lastModified", kModified);
+    json.set("description", plan.description).set("shared", "false").set("lastModified", source.modified);
     json.set("lastModifiedBy", owner).set("pageCount", source.pageCount);
     json.set("uri", "/templates/" + plan.templateId).set("folderName", plan.folderName);
     json.set("folderId", folderIdOf(plan.folderName))
@@ -80,12 +81,13 @@ Json definitionJson(const Template& source, const Json& owner) {
 }
 
 /// The members that a template shares with an envelope.
-void addEnvelopeMembers(Json& json, const TemplatePlan& plan) {
+void addEnvelopeMembers(Json& json, const Template& source) {
+    const TemplatePlan& plan = source.plan;
     const std::string uri = "/templates/" + plan.templateId;
     json.set("status", "created").set("emailSubject", plan.emailSubject).set("emailBlurb", plan.emailBlurb);
     json.set("signingLocation", "online")
-        .set("createdDateTime", kCreated)
-        .set("lastModifiedDateTime", kModified);
+        .set("createdDateTime", source.created)
+        .set("lastModifiedDateTime", source.modified);
     json.set("documentsUri", uri + "/documents").set("documentsCombinedUri", uri + "/documents/combined");
     json.set("recipientsUri", uri + "/recipients").set("customFieldsUri", uri + "/custom_fields");
     json.set("notificationUri", uri + "/notification");
@@ -116,13 +118,15 @@ Template makeTemplate(TemplatePlan plan) {
         PdfCanvas canvas(document.heading.title);
         tabs.push_back(drawn(document, canvas, pages).tabs());
         drawn(document, combined, pages);
-        made.documents.push_back(
-            {std::to_string(made.documents.size() + 1), document.name, pages, canvas.finish()});
+        made.documents.push_back({std::to_string(made.documents.size() + 1), document.name, canvas.finish()});
+        made.pages.push_back(pages);
         made.pageCount += pages;
     }
     made.combinedPdf = plan.documents.size() == 1 ? made.documents.front().pdf : combined.finish();
     made.recipients = recipientsJson(plan, tabs);
     made.plan = std::move(plan);
+    made.created = kCreated;
+    made.modified = kModified;
     return made;
 }
 
@@ -136,20 +140,27 @@ const std::vector<Template>& templateCatalogue() {
     return catalogue;
 }
 
-const Template* findTemplate(const std::string& templateId) {
-    for (const Template& candidate : templateCatalogue())
-        if (equalsIgnoringCase(candidate.plan.templateId, templateId)) return &candidate;
-    return nullptr;
+void countPages(Template& source) {
+    source.pages.clear();
+    source.pageCount = 0;
+    std::vector<std::string> parts;
+    for (const Document& document : source.documents) {
+        parts.push_back(document.pdf);
+        source.pages.push_back(static_cast<int>(pageSizes(document.pdf).size()));
+        source.pageCount += source.pages.back();
+    }
+    source.combinedPdf = parts.size() > 1 ? joinedPdf(parts) : parts.empty() ? "" : parts.front();
 }
 
 std::string folderIdOf(const std::string& folderName) { return uuidOf("folder/" + folderName); }
 
 Json documentsJson(const Template& source) {
     Json::Array documents;
-    for (const TemplateDocument& document : source.documents) {
-        Json json = Json::object({{"documentId", document.documentId}, {"name", document.name}});
-        json.set("uri", "/templates/" + source.plan.templateId + "/documents/" + document.documentId);
-        json.set("order", document.documentId).set("pages", std::to_string(document.pages));
+    for (std::size_t at = 0; at < source.documents.size(); ++at) {
+        const Document& document = source.documents[at];
+        Json json = Json::object({{"documentId", document.id}, {"name", document.name}});
+        json.set("uri", "/templates/" + source.plan.templateId + "/documents/" + document.id);
+        json.set("order", std::to_string(at + 1)).set("pages", std::to_string(source.pages[at]));
         json.set("fileExtension", "pdf").set("transformPdfFields", "false");
         json.set("includeInDownload", "true").set("signerMustAcknowledge", "no_interaction");
         documents.push_back(std::move(json));
@@ -162,14 +173,14 @@ Json templateJson(const Template& source, const Json& owner) {
     json.set("documents", documentsJson(source)).set("recipients", source.recipients);
     json.set("customFields",
              Json::object({{"textCustomFields", Json::Array()}, {"listCustomFields", Json::Array()}}));
-    addEnvelopeMembers(json, source.plan);
+    addEnvelopeMembers(json, source);
     return json;
 }
 
 Json templateResultJson(const Template& source, const Json& owner) {
     Json json = definitionJson(source, owner);
     json.erase("lastModifiedBy");
-    addEnvelopeMembers(json, source.plan);
+    addEnvelopeMembers(json, source);
     return json;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sandbox/AgreementWriter.h"
+#include "sandbox/Document.h"
 #include "sandbox/Json.h"
 
 #include <functional>
@@ -34,27 +35,26 @@ struct TemplatePlan {
     std::vector<DocumentPlan> documents;
 };
 
-struct TemplateDocument {
-    std::string documentId; ///< "1" and up
-    std::string name;
-    int pages = 0;
-    std::string pdf;
-};
-
+/// A template as it stands.
 struct Template {
     TemplatePlan plan;
-    std::vector<TemplateDocument> documents;
+    std::vector<Document> documents;
+    std::vector<int> pages; ///< of each document
     std::string combinedPdf;
     Json recipients;
     int pageCount = 0;
+    std::string created; ///< moments, as they travel
+    std::string modified;
 };
+
+/// Sets what follows from the documents: their pages and the one that joins them.
+void countPages(Template& source);
 
 /// Draws the documents and joins what the drawing placed into recipients with tabs.
 Template makeTemplate(TemplatePlan plan);
 
-/// The templates, drawn on first use and kept for the process. Any thread may call.
+/// The templates that every sandbox offers, drawn on first use and kept for the process. Any thread may call.
 const std::vector<Template>& templateCatalogue();
-const Template* findTemplate(const std::string& templateId);
 
 /// The id of the folder of that name, the same on every run.
 std::string folderIdOf(const std::string& folderName);

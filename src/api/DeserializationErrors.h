@@ -8,7 +8,8 @@
 
 namespace norvane {
 
-/// What an error text says of an answer: its first 200 bytes, or only its length when it is no UTF-8.
+/// What an error text says of an answer: its first 200 bytes, without secrets, or only its length when it is
+/// no UTF-8 or its secrets cannot be told apart.
 std::string quotedAnswer(std::string_view received);
 
 /// "Received response [%@] is not an object of type %@". A path says where in the answer it stands.

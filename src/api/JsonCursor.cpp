@@ -3,6 +3,7 @@
 #include <norvane/platform/Json.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 
 namespace norvane {
@@ -22,6 +23,9 @@ constexpr std::string_view kLongIntegerMark = "e+000000";
 constexpr std::size_t kLongestSafeInteger = 18;
 
 constexpr std::string_view kNumberCharacters = "0123456789+-.eE";
+
+/// Some services begin their texts with it.
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 dom::parser& parserOfThread() {
     thread_local dom::parser parser;
@@ -65,8 +69,22 @@ std::string withNumbers(std::string_view text, Change change) {
     return result;
 }
 
-std::string withLongIntegersMarked(std::string_view text) {
+/// Whether the number is JSON but above all that the parser takes.
+bool isTooLarge(std::string_view number) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    return error == std::errc::result_out_of_range && end == number.data() + number.size() &&
+           number.find("e-") == std::string_view::npos && number.find("E-") == std::string_view::npos;
+}
+
+/// With what the parser refuses written so that it does not: long integers marked, and texts for the numbers
+/// that no field of a record could hold but as a text.
+std::string withReadableNumbers(std::string_view text) {
     return withNumbers(text, [](std::string_view number, std::string& result) {
+        if (isTooLarge(number)) {
+            result.append("\"").append(number).append("\"");
+            return;
+        }
         result.append(number);
         if (number.size() > kLongestSafeInteger && number.find_first_of(".eE") == std::string_view::npos)
             result.append(kLongIntegerMark);
@@ -86,7 +104,7 @@ std::string withoutMarks(std::string_view text) {
 } // namespace
 
 JsonCursor::JsonCursor(std::string_view text)
-    : text_(text)
+    : text_(text.starts_with(kByteOrderMark) ? text.substr(kByteOrderMark.size()) : text)
     , parser_(parserOfThread()) {}
 
 JsonCursor::~JsonCursor() {
@@ -119,8 +137,8 @@ std::optional<dom::element> JsonCursor::root() {
     dom::element element;
     auto error = parse(element);
     if (error == simdjson::NUMBER_ERROR) {
-        withLongIntegers_ = withLongIntegersMarked(text_);
-        text_ = withLongIntegers_;
+        readableText_ = withReadableNumbers(text_);
+        text_ = readableText_;
         error = parse(element);
     }
     if (error) return std::nullopt;
@@ -156,7 +174,7 @@ std::size_t JsonCursor::offsetOf(std::size_t token) const {
 std::string_view JsonCursor::spelling() const {
     const std::string_view rest = text_.substr(offsetOf(token_));
     const std::string_view token = rest.substr(0, rest.find_first_of(" \t\r\n,:]}"));
-    return withLongIntegers_.empty() ? token : withoutMark(token);
+    return readableText_.empty() ? token : withoutMark(token);
 }
 
 std::string_view JsonCursor::passedText(dom::element value) {
@@ -170,7 +188,7 @@ std::string_view JsonCursor::passedText(dom::element value) {
 std::string JsonCursor::passedSpelling(dom::element value) {
     std::string_view text = passedText(value);
     text = text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
-    return withLongIntegers_.empty() ? std::string(text) : withoutMarks(text);
+    return readableText_.empty() ? std::string(text) : withoutMarks(text);
 }
 
 } // namespace norvane

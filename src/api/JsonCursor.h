@@ -37,7 +37,7 @@ class JsonCursor {
     std::size_t offsetOf(std::size_t token) const;
 
     std::string_view text_;
-    std::string withLongIntegers_; ///< the text, where the given one had integers beyond 64 bits
+    std::string readableText_; ///< the text, where the given one had numbers that the parser refuses
     simdjson::dom::parser& parser_;
     std::size_t token_ = 0;
 };

@@ -15,20 +15,14 @@
 namespace norvane {
 namespace {
 
-/// Whoever knows the value of such a member can act for the user or open a signing page.
-bool isSecret(std::string_view key) {
-    constexpr std::array<std::string_view, 8> kFragments = {"password",
-                                                            "token",
-                                                            "secret",
-                                                            "accesscode",
-                                                            "integratorkey",
-                                                            "authorization",
-                                                            "x-norvane-authentication",
-                                                            "assertion"};
-    const std::string name = asciiLowercased(key);
-    return name == "url" || std::any_of(kFragments.begin(), kFragments.end(), [&](std::string_view fragment) {
-               return name.find(fragment) != std::string::npos;
-           });
+/// Whoever knows the value of a member named like this can act for the user or open a signing page.
+constexpr std::array<std::string_view, 8> kSecretNames = {
+    "password", "token", "secret", "accesscode", "integratorkey", "authorization", "x-norvane-authentication",
+    "assertion"};
+
+bool holdsSecretName(std::string_view lowered) {
+    return std::any_of(kSecretNames.begin(), kSecretNames.end(),
+                       [&](std::string_view name) { return lowered.find(name) != std::string_view::npos; });
 }
 
 bool isContent(std::string_view key) { return asciiLowercased(key).find("base64") != std::string::npos; }
@@ -52,7 +46,7 @@ Value redacted(const Value& value) {
     Dictionary result;
     for (const auto& [key, member] : *dictionary) {
         const std::string* text = member.asString();
-        if (isSecret(key))
+        if (NVESLogger::isSecret(key))
             result.emplace(key, "-redacted-");
         else if (text && isContent(key) && !isLength(*text))
             result.emplace(key, length(text->size()));
@@ -114,6 +108,16 @@ void NVESLogger::setLoggingFile(const std::optional<std::filesystem::path>& file
     state_->file = -1;
     if (file)
         state_->file = ::open(file->c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600);
+}
+
+bool NVESLogger::isSecret(std::string_view key) {
+    const std::string name = asciiLowercased(key);
+    return name == "url" || holdsSecretName(name);
+}
+
+bool NVESLogger::mayHoldSecret(std::string_view text) {
+    const std::string lowered = asciiLowercased(text);
+    return holdsSecretName(lowered) || lowered.find("\"url\"") != std::string::npos;
 }
 
 std::string NVESLogger::redactedBody(std::string_view body) {

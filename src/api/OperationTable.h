@@ -38,6 +38,8 @@ inline constexpr NVESOperation kOperations[] = {
     {.service = "NVESAccountsApi", .name = "listUnsupportedFileTypes", .method = "GET",
      .path = NVES_ACCOUNT "/unsupported_file_types", .result = "NVESFileTypeList"},
 
+    {.service = "NVESUsersApi", .name = "getInformation", .method = "GET",
+     .path = NVES_ACCOUNT "/users/{userId}", .result = "NVESUserInfo"},
     {.service = "NVESUsersApi", .name = "getSettings", .method = "GET",
      .path = NVES_ACCOUNT "/users/{userId}/settings", .result = "NVESUserSettingsInformation",
      .facade = "getUserSettingsForAccountId"},

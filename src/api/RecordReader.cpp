@@ -14,19 +14,6 @@ namespace {
 namespace dom = simdjson::dom;
 using dom::element_type;
 
-constexpr auto kTableOrder = [] {
-    std::array<std::uint8_t, 256> numbers{};
-    for (std::size_t number = 0; number < numbers.size(); ++number)
-        numbers[number] = static_cast<std::uint8_t>(number);
-    return numbers;
-}();
-
-const Field* restField(const RecordType& type) {
-    for (const Field& field : type.fields())
-        if (field.kind == FieldKind::Rest) return &field;
-    return nullptr;
-}
-
 /// Most texts are short, and a copy of a known size is cheaper than a call: the parser's own buffer has room
 /// to read beyond the end of any text in it.
 void setText(field::Text& text, std::string_view value) {
@@ -55,49 +42,34 @@ std::optional<double> decimalNumber(std::string_view text) {
     return number;
 }
 
-FieldOrder::FieldOrder(const RecordType& type)
-    : type_(type)
-    , fields_(type.fields())
-    , following_(kTableOrder) {}
-
-const Field* FieldOrder::findElsewhere(std::string_view key) {
-    const Field* field = fieldForKey(key);
-    if (!field) return nullptr;
-    const auto number = static_cast<std::size_t>(field - fields_.data());
-    following_[last_] = static_cast<std::uint8_t>(number);
-    last_ = number + 1;
-    return field;
-}
-
-const Field* FieldOrder::fieldForKey(std::string_view key) const {
-    const Field* field = type_.find(key);
-    if (field) return travelsByName(*field) ? field : nullptr;
-    for (const std::string_view renamed : {"_description", "varNewPassword"})
-        if (jsonKey(renamed) == key) return type_.find(renamed);
-    return nullptr;
-}
-
 Result<std::shared_ptr<void>> RecordReader::read(dom::element value, const RecordType& type) {
     std::shared_ptr<void> record = type.make();
-    FieldOrder order(type);
-    if (!readRecord(value, order, record.get())) return typeMismatch(received_, expected_, std::move(path_));
+    if (!readRecord(value, KeyIndex::of(type), record.get()))
+        return typeMismatch(received_, expected_, std::move(path_));
     return record;
 }
 
-bool RecordReader::readRecord(dom::element value, FieldOrder& order, void* record) {
-    if (!value.is_object()) return mismatch(value, order.type().name());
+bool RecordReader::readRecord(dom::element value, const KeyIndex& index, void* record) {
+    if (!value.is_object()) return mismatch(value, index.type().name());
     cursor_.passTokens(1);
-    order.startRecord();
     bool empty = true;
     const dom::object object = value.get_object().value_unsafe();
-    for (const dom::key_value_pair member : object) {
+    const auto end = object.end();
+    for (auto member = object.begin(); member != end; ++member) {
         empty = false;
+        const std::string_view key = member.key();
+        const dom::element inside = member.value();
+        const KeyIndex::Member* const known = index.find(key);
+        if (known && known->isText && inside.is_string()) { // as most members are
+            setText(*static_cast<field::Text*>(known->in(record)), textOf(inside));
+            cursor_.passTokens(4);
+            continue;
+        }
         cursor_.passTokens(2);
-        const Field* field = order.find(member.key);
-        if (!field)
-            keepRest(member.key, member.value, order.type(), record);
-        else if (!readMember(member.value, *field, order.memberOf(*field, record)))
-            return failedIn(member.key);
+        if (!known)
+            keepRest(key, inside, index.rest(), record);
+        else if (!readMember(inside, *known->field, known->in(record)))
+            return failedIn(key);
         cursor_.passTokens(1);
     }
     if (empty) cursor_.passTokens(1);
@@ -110,25 +82,19 @@ bool RecordReader::readMember(dom::element value, const Field& field, void* memb
         return true;
     }
     switch (field.kind) {
-    case FieldKind::Text: {
-        auto& text = *static_cast<field::Text*>(member);
-        if (!value.is_string()) return readText(value, text.emplace());
-        setText(text, textOf(value));
-        cursor_.passTokens(1);
-        return true;
-    }
+    case FieldKind::Text:
+        return readText(value, static_cast<field::Text*>(member)->emplace());
     case FieldKind::Bool:
     case FieldKind::Integer:
     case FieldKind::Number:
         return readNumber(value, field.kind, member);
     case FieldKind::TextList:
         return readTexts(value, *static_cast<field::TextList*>(member));
-    case FieldKind::Any:
-        return readAny(value, static_cast<field::Any*>(member)->emplace());
-    case FieldKind::Record: {
-        FieldOrder order(field.reference->type());
-        return readRecord(value, order, field.reference->emplace(member));
-    }
+    case FieldKind::Any: // in wire records, an array without a kind of its own
+        if (!value.is_array()) return mismatch(value, "NSArray");
+        return readAny(value, *static_cast<field::Any*>(member));
+    case FieldKind::Record:
+        return readRecord(value, KeyIndex::of(field.reference->type()), field.reference->emplace(member));
     case FieldKind::List:
         return readList(value, *field.reference, member);
     case FieldKind::DateTime:
@@ -200,28 +166,23 @@ bool RecordReader::readNumber(dom::element value, FieldKind kind, void* member) 
 bool RecordReader::readList(dom::element value, const ReferenceAccess& access, void* member) {
     if (!value.is_array()) return mismatch(value, "NSArray");
     const dom::array array = value.get_array().value_unsafe();
-    FieldOrder order(access.type());
+    const KeyIndex& index = KeyIndex::of(access.type());
     access.reset(member, array.size());
     cursor_.passTokens(1);
-    std::size_t index = 0;
+    std::size_t number = 0;
     for (const dom::element element : array) {
         if (element.is_null())
             cursor_.passTokens(1);
-        else if (!readRecord(element, order, access.emplace(member)))
-            return failedIn(std::to_string(index));
+        else if (!readRecord(element, index, access.emplace(member)))
+            return failedIn(std::to_string(number));
         cursor_.passTokens(1);
-        ++index;
+        ++number;
     }
-    if (index == 0) cursor_.passTokens(1);
+    if (number == 0) cursor_.passTokens(1);
     return true;
 }
 
-bool RecordReader::readAny(dom::element value, Value& result) {
-    if (value.is_string()) {
-        result = textOf(value);
-        cursor_.passTokens(1);
-        return true;
-    }
+bool RecordReader::readAny(dom::element value, field::Any& result) {
     const std::string_view text = cursor_.passedText(value);
     auto parsed = parseJson(text);
     if (!parsed) {
@@ -233,8 +194,8 @@ bool RecordReader::readAny(dom::element value, Value& result) {
     return true;
 }
 
-void RecordReader::keepRest(std::string_view key, dom::element value, const RecordType& type, void* record) {
-    if (const Field* rest = restField(type))
+void RecordReader::keepRest(std::string_view key, dom::element value, const Field* rest, void* record) {
+    if (rest)
         rest->as<field::Rest>(record).members.emplace_back(key, cursor_.passedSpelling(value));
     else
         cursor_.pass(value);

@@ -2,12 +2,18 @@
 
 #include "src/platform/CredentialErrors.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 
 namespace norvane {
 
 namespace {
+
+/// Storing an account touches some twenty items; whoever dismissed the prompt for the first is not asked
+/// again for each of the others.
+constexpr std::chrono::seconds kSilenceAfterRefusal{2};
 
 NVMError unavailable(std::string cause) {
     return credentialError(CredentialStoreError::Unavailable, "The keyring service cannot be reached.",
@@ -78,6 +84,9 @@ Result<GObjectPtr<SecretCollection>> defaultCollection(SecretService* service, G
 }
 
 Failure unlock(SecretService* service, gpointer object, GCancellable* cancellable) {
+    using Clock = std::chrono::steady_clock;
+    static std::atomic<Clock::time_point> lastRefusal{Clock::time_point()};
+    if (Clock::now() < lastRefusal.load() + kSilenceAfterRefusal) return locked();
     GError* error = nullptr;
     GList* unlocked = nullptr;
     const std::unique_ptr<GList, decltype(&g_list_free)> objects(g_list_append(nullptr, object),
@@ -86,6 +95,7 @@ Failure unlock(SecretService* service, gpointer object, GCancellable* cancellabl
     const ObjectList owned(unlocked);
     const GErrorPtr failure(error);
     if (count > 0) return std::nullopt;
+    lastRefusal = Clock::now();
     return locked();
 }
 

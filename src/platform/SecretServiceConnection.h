@@ -52,7 +52,8 @@ Result<GObjectPtr<SecretService>> connectToSecretService(GCancellable* cancellab
 /// The default collection. Unavailable when there is none: making one would ask the user for a new password.
 Result<GObjectPtr<SecretCollection>> defaultCollection(SecretService* service, GCancellable* cancellable);
 
-/// Asks the user to unlock the collection or item. Locked when that does not happen in time.
+/// Asks the user to unlock the collection or item. Locked when that does not happen in time, or when the user
+/// refused a moment ago.
 Failure unlock(SecretService* service, gpointer object, GCancellable* cancellable);
 
 } // namespace norvane

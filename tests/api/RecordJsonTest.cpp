@@ -31,6 +31,9 @@ TEST(RecordJson, ReadsWhateverSubsetOfKeysComesInWhateverOrder) {
     EXPECT_EQ(rewritten<NVESEnvelopeSummary>(R"({"uri":null,"surprise":[{"a":[]},1],"status":"sent"})"),
               R"({"status":"sent"})");
     EXPECT_EQ(rewritten<NVESEnvelopeSummary>("{}"), "{}");
+    EXPECT_EQ(rewritten<NVESEnvelopeSummary>("\xEF\xBB\xBF {\"uri\":\"a\",\"uri\":1,\"uri\":null}"),
+              R"({"uri":"1"})")
+        << "a byte order mark, and a key named thrice";
 }
 
 TEST(RecordJson, KeepsTheSpellingOfNumbersAndBooleansThatBecomeText) {
@@ -44,11 +47,14 @@ TEST(RecordJson, KeepsTheSpellingOfNumbersAndBooleansThatBecomeText) {
                   R"({"uri":"12345678901234567890123","envelopeId":12345678901234567890123})"),
               R"({"envelopeId":"12345678901234567890123","uri":"12345678901234567890123"})")
         << "beyond 64 bits";
+    EXPECT_EQ(rewritten<NVESEnvelopeSummary>(R"({"uri":-1E+999,"skipped":[1e999],"status":"1e999"})"),
+              R"({"uri":"-1E+999","status":"1e999"})")
+        << "beyond all doubles";
 }
 
 TEST(RecordJson, ReadsTextWhereANumberIsDue) {
     EXPECT_EQ(rewritten<NVESText>(R"({"width":"42","maxLength":1.5})"), R"({"width":42,"maxLength":1.5})");
-    for (const char* odd : {R"("wide")", R"("")", R"("1,5")", "[]", R"("0x10")"}) {
+    for (const char* odd : {R"("wide")", R"("")", R"("1,5")", "[]", R"("0x10")", "1e999"}) {
         const NVMError error = errorOf<NVESText>(R"({"width":)" + std::string(odd) + "}");
         EXPECT_EQ(error.code, 143553) << odd;
         EXPECT_EQ(error.userInfo.at(std::string(kJsonPathKey)), Value("/width")) << odd;
@@ -64,13 +70,27 @@ TEST(RecordJson, SaysWhereAMemberDoesNotFit) {
     EXPECT_EQ(error.userInfo.at(std::string(kJsonPathKey)), Value("/signers/1/tabs/textTabs/0/name"));
     EXPECT_EQ(errorOf<NVESRecipients>(R"({"signers":{}})").code, 143553);
     EXPECT_EQ(errorOf<NVESRecipients>(R"({"signers":[1]})").code, 143553);
+    EXPECT_EQ(errorOf<NVESTabs>(R"({"numberTabs":{}})").code, 143553);
+}
+
+TEST(RecordJson, QuotesNoSecretInAnError) {
+    for (const char* odd : {R"({"apiPassword":["hunter2"]})", R"({"apiPassword":{"a":["hunter2"]}})",
+                            R"({"loginAccounts":[{"email":{"accessToken":"hunter2"}}]})",
+                            R"({"apiPassword":"hunter2",)", R"([{"apiPassword":"hunter2","name":"Ann"}])"}) {
+        const NVMError error = errorOf<NVESLoginInformation>(odd);
+        EXPECT_EQ(error.code, 143553) << odd;
+        EXPECT_EQ(error.localizedDescription().find("hunter2"), std::string::npos) << odd;
+    }
+    EXPECT_EQ(errorOf<NVESLoginInformation>(R"([{"apiPassword":"hunter2"}])").localizedDescription(),
+              R"(Received response [[{"apiPassword":"-redacted-"}]] is not an object of type )"
+              "NVESLoginInformation");
 }
 
 TEST(RecordJson, RefusesWhatIsNoJsonOfThatSizeAndDepth) {
     const std::string deep =
         R"({"x":)" + std::string(kJsonMaximumDepth, '[') + std::string(kJsonMaximumDepth, ']') + "}";
     for (const std::string& text : {std::string(), std::string("<html>"), std::string(R"({"uri":"a")"), deep,
-                                    std::string("{\"uri\":\"\xff\"}"), std::string(R"({"uri":1e999})")})
+                                    std::string("{\"uri\":\"\xff\"}"), std::string(R"({"uri":1e999e})")})
         EXPECT_EQ(errorOf<NVESEnvelopeSummary>(text).code, 143553) << text;
 }
 
@@ -111,6 +131,12 @@ TEST(RecordJson, KnowsEachRecordByItsName) {
     for (const RecordType* type : wireRecordTypes()) {
         EXPECT_EQ(wireRecordType(type->name()), type);
         EXPECT_EQ(writeRecord(*type, type->make().get()), "{}") << type->name();
+        for (const Field& field : type->fields()) {
+            const std::string key(field.name);
+            EXPECT_EQ(type->find(key), &field) << key;
+            for (const std::string& other : {key + "s", key.substr(1), key.substr(0, key.size() / 2) + "?"})
+                EXPECT_TRUE(!type->find(other) || type->find(other)->name == other) << other;
+        }
     }
 }
 

@@ -22,7 +22,7 @@ TEST_F(Envelopes, AreMadeFromATemplateWithItsRolesFilled) {
     EXPECT_EQ(signer.find("tabs")->array("signHereTabs").size(), 1U);
     EXPECT_EQ(client.get(path + "/recipients").json().array("signers").at(0).find("tabs"), nullptr);
     EXPECT_EQ(client.get(path).json().text("status"), "sent");
-    EXPECT_EQ(client.get(path + "/documents/1").body, findTemplate(kConsentTemplateId)->documents[0].pdf);
+    EXPECT_EQ(client.get(path + "/documents/1").body, offeredTemplate(kConsentTemplateId).documents[0].pdf);
 }
 
 TEST_F(Envelopes, PlainOnesCarryTheirDocuments) {

@@ -4,6 +4,8 @@
 #include "sandbox/TemplateIds.h"
 #include "sandbox/Text.h"
 
+#include <stdexcept>
+
 namespace norvane::sandbox {
 
 std::string samplePng() {
@@ -12,14 +14,20 @@ std::string samplePng() {
         .value();
 }
 
+const Template& offeredTemplate(const std::string& templateId) {
+    for (const Template& offered : templateCatalogue())
+        if (offered.plan.templateId == templateId) return offered;
+    throw std::out_of_range(templateId);
+}
+
 SampleEnvelope::SampleEnvelope() {
-    const Template& source = *findTemplate(kRentalTemplateId);
+    const Template& source = offeredTemplate(kRentalTemplateId);
     json.set("documents", documentsJson(source)).set("recipients", source.recipients);
     json.set("transactionId", newUuid()).set("status", "sent").set("emailSubject", source.plan.emailSubject);
     json.set("DisableResponsiveDocument", "true");
-    for (const TemplateDocument& document : source.documents)
-        parts.push_back({"form-data; name=\"documentId-" + document.documentId + "\"; filename=\"" +
-                             document.name + "\"; documentId=\"" + document.documentId + "\"",
+    for (const Document& document : source.documents)
+        parts.push_back({"form-data; name=\"documentId-" + document.id + "\"; filename=\"" + document.name +
+                             "\"; documentId=\"" + document.id + "\"",
                          "application/pdf", document.pdf});
     signer().set("signerName", "Ada Finch").set("signedDateTime", "2025-04-01T10:00:00.000Z");
     for (const char* list : {"companyTabs", "titleTabs", "textTabs"})

@@ -8,6 +8,8 @@
 
 namespace norvane::sandbox {
 
+struct Template;
+
 /// The upload of the rental order, signed by its renter: two documents and two images. A test changes what it
 /// wants to be wrong before it writes it.
 class SampleEnvelope {
@@ -33,6 +35,9 @@ class SampleEnvelope {
     std::string jsonType = "application/json";
     std::vector<Part> parts;
 };
+
+/// One of the templates that every sandbox offers.
+const Template& offeredTemplate(const std::string& templateId);
 
 /// The smallest image that opens.
 std::string samplePng();

@@ -73,7 +73,7 @@ struct NVESBulkEnvelopeStatus : NVESObject {
 
 #define NVES_ENVELOPE_TRANSACTION_STATUS_FIELDS(FIELD, R) \
     FIELD(R, Text, transactionId) FIELD(R, Text, envelopeId) FIELD(R, Text, status) \
-    FIELD(R, Record<NVESErrorDetails>, errorDetails) FIELD(R, Rest, otherMembers)
+    FIELD(R, Rest, otherMembers)
 struct NVESEnvelopeTransactionStatus : NVESObject {
     NORVANE_RECORD(NVESEnvelopeTransactionStatus, NVES_ENVELOPE_TRANSACTION_STATUS_FIELDS)
 };

@@ -31,6 +31,10 @@ class NVESLogger {
     /// A JSON body with each secret (passwords, keys, tokens, codes, signing addresses) as "-redacted-" and
     /// each base64 content as its length; any other body as its length ("-1024 bytes-").
     static std::string redactedBody(std::string_view body);
+    /// Whether a member of that name is one of those secrets.
+    static bool isSecret(std::string_view key);
+    /// Whether a text, JSON or what was meant to be, names such a member anywhere.
+    static bool mayHoldSecret(std::string_view text);
 
   private:
     NVESLogger();

@@ -11,12 +11,12 @@
 // Wire records as JSON, driven by their tables. Any thread may call.
 //
 // Reading: a key that the table does not name never fails a read; it is dropped, or kept in order and as
-// it is spelt where the record has a `Rest` field. Null and absent are the same. A number or Boolean where
-// text is due keeps its spelling
-// ("1.50"); text where a number is due is read as a decimal number. A key named twice counts as its last
-// value that is not null. Anything else that does not fit, text that is no JSON, more than 64 MiB and more
-// than 64 levels are the deserialisation error 143553; its `kJsonPathKey` says where, when the text as such
-// is JSON.
+// it is spelt where the record has a `Rest` field (a number beyond all doubles as text). Null and absent are
+// the same. A number or Boolean where text is due keeps its spelling ("1.50"); text where a number is due is
+// read as a decimal number. A key named twice counts as its last value that is not null. Anything else that
+// does not fit, text that is no JSON, more than 64 MiB and more than 64 levels are the deserialisation error
+// 143553; its `kJsonPathKey` says where, when the text as such is JSON, and its description quotes what came
+// there without secrets. A byte order mark before the text is passed over.
 //
 // Writing: absent fields are left out, and so are a number that JSON cannot say and all `LocalText` fields.
 // Ill-formed UTF-8 becomes U+FFFD. Date and Bytes fields do not travel.
