@@ -50,6 +50,11 @@ std::optional<EnvelopeSummary> find(const std::string& id) {
     return std::nullopt;
 }
 
+NVMError notRemoved(const std::string& id) {
+    return NVMError::make("norvane.command", 0, "The envelope " + id + " could not be removed.",
+                          "ENVELOPE_NOT_REMOVED");
+}
+
 void remove(Context& context, const std::string& id, bool all, bool force) {
     if (context.failed(openKit())) return;
     NVMEnvelopesManager manager;
@@ -79,8 +84,14 @@ void remove(Context& context, const std::string& id, bool all, bool force) {
     Array removed;
     std::vector<std::string> lines;
     for (const EnvelopeSummary& envelope : chosen) {
+        const std::string gone = envelope.envelopeId.value_or("");
+        // Removals do not say whether they succeeded.
+        if (find(gone)) {
+            context.failed(notRemoved(gone));
+            return;
+        }
         removed.push_back(envelope.envelopeId);
-        lines.push_back("removed " + envelope.envelopeId.value_or(""));
+        lines.push_back("removed " + gone);
     }
     context.output().result(Dictionary{{"removed", std::move(removed)}}, lines);
 }
