@@ -20,7 +20,11 @@ namespace norvane {
 namespace {
 
 using Envelope = std::shared_ptr<NVMCDEnvelopeDefinition>;
-using Find = std::function<Result<Envelope>(const ManagedObjectContext&)>;
+/// How the envelope to change is found, and what is told of it until then.
+struct Wanted {
+    std::function<Result<Envelope>(const ManagedObjectContext&)> find;
+    std::optional<std::string> envelopeId;
+};
 using Change = std::function<Failure(NVMCDEnvelopeDefinition&, EnvelopeDocuments&)>;
 
 NVMError notFound(const std::string& what) {
@@ -29,18 +33,21 @@ NVMError notFound(const std::string& what) {
 
 /// An update under way.
 struct PieceUpdate {
-    PieceUpdate(const std::shared_ptr<ObjectStore>& store, NVMEnvelopesHandler::EnvelopeCompletion whenDone)
+    PieceUpdate(const std::shared_ptr<ObjectStore>& store, Wanted what,
+                NVMEnvelopesHandler::EnvelopeCompletion whenDone)
         : documents(*store)
+        , wanted(std::move(what))
         , completion(std::move(whenDone)) {}
 
     EnvelopeDocuments documents;
+    const Wanted wanted;
     const NVMEnvelopesHandler::EnvelopeCompletion completion;
     Envelope stored;
 
     void ended(const Failure& error) {
         error ? documents.discard() : documents.keep();
         const auto userInfo = stored ? cacheUserInfo(stored->envelopeId, stored->templateId, error)
-                                     : cacheUserInfo(std::nullopt, std::nullopt, error);
+                                     : cacheUserInfo(wanted.envelopeId, std::nullopt, error);
         postNotification(error ? NVMEnvelopeUpdateFailedNotification : NVMEnvelopeUpdatedNotification,
                          userInfo);
         if (!completion) return;
@@ -48,21 +55,20 @@ struct PieceUpdate {
     }
 };
 
-void updateStored(Find find, Change change, NVMEnvelopesHandler::EnvelopeCompletion completion) {
+void updateStored(Wanted wanted, Change change, NVMEnvelopesHandler::EnvelopeCompletion completion) {
     const auto store = ObjectStore::defaultStore();
     if (!store) {
-        Platform::current().executors->mainQueue()->async([completion = std::move(completion)] {
-            const auto error = storeNotOpen();
-            postNotification(NVMEnvelopeUpdateFailedNotification,
-                             cacheUserInfo(std::nullopt, std::nullopt, error));
-            if (completion) completion(nullptr, error);
-        });
+        Platform::current().executors->mainQueue()->async(
+            [id = wanted.envelopeId, completion = std::move(completion)] {
+                const auto error = storeNotOpen();
+                postNotification(NVMEnvelopeUpdateFailedNotification, cacheUserInfo(id, std::nullopt, error));
+                if (completion) completion(nullptr, error);
+            });
         return;
     }
-    const auto update = std::make_shared<PieceUpdate>(store, std::move(completion));
-    const auto write = [update, find = std::move(find),
-                        change = std::move(change)](ManagedObjectContext& context) -> Failure {
-        auto found = find(context);
+    const auto update = std::make_shared<PieceUpdate>(store, std::move(wanted), std::move(completion));
+    const auto write = [update, change = std::move(change)](ManagedObjectContext& context) -> Failure {
+        auto found = update->wanted.find(context);
         if (!found) return found.error();
         if (!*found) return notFound("envelope");
         update->stored = *std::move(found);
@@ -76,15 +82,17 @@ void updateStored(Find find, Change change, NVMEnvelopesHandler::EnvelopeComplet
     store->saveInBackground(write, [update](const Failure& error) { update->ended(error); });
 }
 
-Find byId(const NVMEnvelopeDefinition& envelope) {
-    return [id = envelope.envelopeId.value_or("")](const ManagedObjectContext& context) {
-        return storedEnvelope(id, context);
-    };
+Wanted byId(const NVMEnvelopeDefinition& envelope) {
+    return {[id = envelope.envelopeId.value_or("")](const ManagedObjectContext& context) {
+                return storedEnvelope(id, context);
+            },
+            envelope.envelopeId};
 }
 
 /// The first envelope in which a recipient of that identifier stands; templates have such too.
-Find byRecipient(const NVMRecipient& signer) {
-    return [id = signer.recipientId.value_or("")](const ManagedObjectContext& context) -> Result<Envelope> {
+Wanted byRecipient(const NVMRecipient& signer) {
+    const auto find =
+        [id = signer.recipientId.value_or("")](const ManagedObjectContext& context) -> Result<Envelope> {
         const auto rows =
             context.fetchProperties(NVMCDRecipient::fetchRequest()
                                         .where("recipientId", FetchRequest::Match::Equal, id)
@@ -96,6 +104,7 @@ Find byRecipient(const NVMRecipient& signer) {
         return context.objectWithID<NVMCDEnvelopeDefinition>(
             {NVMCDEnvelopeDefinition::type().name(), rows->front().front().integerValue()});
     };
+    return {find, std::nullopt};
 }
 
 NVMCDRecipient* findRecipient(const NVMCDEnvelopeDefinition& envelope, const std::optional<std::string>& id) {

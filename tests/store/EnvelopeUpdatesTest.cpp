@@ -72,6 +72,12 @@ TEST_F(EnvelopeUpdates, PiecesOfAnEnvelopeAreChangedInPlace) {
     EXPECT_TRUE(
         updated([&](auto done) { Handler::updateCachedEnvelopeRemoveRecipient(key, *inPerson, done); }));
     EXPECT_EQ(log.count(NVMEnvelopeUpdateFailedNotification), 1u);
+    NotificationLog unknown;
+    NVMEnvelopeDefinition nowhere;
+    nowhere.envelopeId = "nowhere";
+    EXPECT_TRUE(
+        updated([&](auto done) { Handler::updateCachedEnvelopeRemoveRecipient(nowhere, *inPerson, done); }));
+    EXPECT_EQ(unknown.first(NVMEnvelopeUpdateFailedNotification).at("envelopeId"), Value("nowhere"));
 }
 
 TEST_F(EnvelopeUpdates, DocumentsAreUpdatedAndRemovedWithTheirFiles) {
