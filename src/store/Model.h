@@ -50,9 +50,6 @@ struct Entity {
     bool hasColumn(std::string_view column) const;
 };
 
-/// The column of a sealed entity that holds the seal.
-inline constexpr std::string_view kSealColumn = "_seal";
-
 /// The object model of the store.
 class Model {
   public:

@@ -8,6 +8,7 @@
 #include <norvane/store/NVMCDEnvelopes.h>
 #include <norvane/store/NVMEnvelopesHandler.h>
 #include <norvane/store/ObjectStore.h>
+#include <norvane/store/StoreErrors.h>
 
 // The part of the envelope handler that reads.
 
@@ -19,12 +20,18 @@ using Match = FetchRequest::Match;
 
 constexpr std::string_view kDraftStatus = "created";
 
+void tell(const NVMError& error) {
+    const bool isClosed =
+        error.domain == kStoreErrorDomain && error.code == static_cast<std::int64_t>(StoreError::NotOpen);
+    if (const auto log = Platform::current().log; log && !isClosed)
+        log->write(LogLevel::Error, "store: look-up: " + error.localizedDescription());
+}
+
 /// Look-ups report no errors, deliberately; the log does.
 template <class T>
 T foundOrNone(Result<T> found) {
     if (found) return std::move(found).value();
-    if (const auto log = Platform::current().log)
-        log->write(LogLevel::Error, "store: look-up: " + found.error().localizedDescription());
+    tell(found.error());
     return T();
 }
 

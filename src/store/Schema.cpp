@@ -1,7 +1,5 @@
 #include "src/store/Schema.h"
 
-#include "src/store/Model.h"
-
 #include <algorithm>
 #include <map>
 

@@ -6,6 +6,9 @@
 
 namespace norvane {
 
+/// The column of a sealed entity that holds the seal.
+inline constexpr std::string_view kSealColumn = "_seal";
+
 /// One version of the model as tables: what an empty store of it consists of.
 struct Schema {
     struct Column {
