@@ -41,31 +41,37 @@ std::string triggerStatement(const Schema::Table& table, const char* event, cons
            sqlName(table.name) + statements;
 }
 
-/// Passes a change of the row on to the row that owns it.
-std::string touchOwners(const Schema::Table& table, const std::vector<std::string>& versions) {
+/// Passes a change of the row on to the row that owns it, up to the one with the seal. No key is set: that
+/// would rewrite every index.
+std::string touchOwners(const Schema& schema, const Schema::Table& table,
+                        const std::vector<std::string>& versions) {
     std::map<std::string, std::vector<std::string>> owners;
     for (const auto& reference : table.references)
         for (const auto& version : versions)
             owners[reference.owner].push_back(version + "." + sqlName(reference.column));
     std::string statements = " BEGIN ";
-    for (const auto& [owner, columns] : owners)
-        statements += "UPDATE " + sqlName(owner) + " SET _id = _id WHERE _id IN (" + joined(columns) + "); ";
+    for (const auto& [owner, columns] : owners) {
+        const bool isSealed = schema.find(owner)->hasColumn(kSealColumn);
+        statements += "UPDATE " + sqlName(owner) + " SET " +
+                      (isSealed ? "_seal = NULL" : "_position = _position") + " WHERE _id IN (" +
+                      joined(columns) + ")" + (isSealed ? " AND _seal IS NOT NULL; " : "; ");
+    }
     return statements + "END";
 }
 
 /// What somebody else changed is no longer what the kit wrote: the seal above it goes, unless it was changed
 /// along.
-void addUnsealing(const Schema::Table& table, std::vector<std::string>& statements) {
+void addUnsealing(const Schema& schema, const Schema::Table& table, std::vector<std::string>& statements) {
     if (table.hasColumn(kSealColumn)) {
         statements.push_back(triggerStatement(table, "UPDATE",
-                                              " WHEN NEW._seal IS OLD._seal BEGIN UPDATE " +
+                                              " WHEN NEW._seal = OLD._seal BEGIN UPDATE " +
                                                   sqlName(table.name) +
                                                   " SET _seal = NULL WHERE _id = NEW._id; END"));
     }
     if (table.references.empty()) return;
-    statements.push_back(triggerStatement(table, "INSERT", touchOwners(table, {"NEW"})));
-    statements.push_back(triggerStatement(table, "UPDATE", touchOwners(table, {"OLD", "NEW"})));
-    statements.push_back(triggerStatement(table, "DELETE", touchOwners(table, {"OLD"})));
+    statements.push_back(triggerStatement(table, "INSERT", touchOwners(schema, table, {"NEW"})));
+    statements.push_back(triggerStatement(table, "UPDATE", touchOwners(schema, table, {"OLD", "NEW"})));
+    statements.push_back(triggerStatement(table, "DELETE", touchOwners(schema, table, {"OLD"})));
 }
 
 } // namespace
@@ -118,7 +124,7 @@ std::vector<std::string> Schema::statements() const {
     const bool isSealed = std::any_of(tables.begin(), tables.end(),
                                       [](const Table& table) { return table.hasColumn(kSealColumn); });
     for (const Table& table : tables)
-        if (isSealed) addUnsealing(table, statements);
+        if (isSealed) addUnsealing(*this, table, statements);
     const std::string number = std::to_string(version);
     statements.push_back("INSERT INTO nv_metadata VALUES ('modelName', 'NorvaneSDK'), ('modelVersion', '" +
                          number + "')");
