@@ -148,8 +148,6 @@ TEST_F(DamageTest, WhatIsChangedBySqlIsTakenAsItStands) {
     EXPECT_EQ(stored(id)->recipients->signers->front()->tabs->textTabs->front()->value, "walue");
     expectOneUnsealed("UPDATE NVMCDEnvelopeDefinition SET status = 'sent' WHERE _id = 1");
     EXPECT_EQ(stored(id)->status, "sent");
-    expectOneUnsealed("INSERT INTO NVMCDAttachment (label, envelopeDefinition) VALUES ('Annex', 1)");
-    EXPECT_EQ(stored(id)->attachments->size(), 1u);
     expectOneUnsealed("DELETE FROM NVMCDTab WHERE _id = 1");
     EXPECT_TRUE(stored(other));
 }
