@@ -57,6 +57,7 @@ void NVMEnvelopesHandler::removeCachedEnvelopeWithId(const std::string& envelope
     removeEnvelope(context, ids->front(), preserveDocuments);
     forgetUpload(context, textOf(rows->front()[0]));
     if (context.save()) return;
+    // Not before the save: whoever is told looks for what is left, and must not find this one.
     postNotification(NVMEnvelopeUncachedNotification, cacheUserInfo(envelopeId, textOf(rows->front()[1])));
 }
 
