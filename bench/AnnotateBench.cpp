@@ -11,6 +11,7 @@
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFWriter.hh>
 
+#include <algorithm>
 #include <cmath>
 
 // Forty tabs drawn on the contract of sixty pages, beside qpdf loading and saving the result. One signature
@@ -22,7 +23,13 @@ namespace norvane::bench {
 namespace {
 
 const Data& contract() {
-    static const Data pdf(sandbox::findTemplate(sandbox::kSupplyTemplateId)->combinedPdf);
+    static const Data pdf = [] {
+        const auto& all = sandbox::templateCatalogue();
+        const auto isContract = [](const sandbox::Template& each) {
+            return each.plan.templateId == sandbox::kSupplyTemplateId;
+        };
+        return Data(std::find_if(all.begin(), all.end(), isContract)->combinedPdf);
+    }();
     return pdf;
 }
 
