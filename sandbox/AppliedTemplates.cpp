@@ -27,6 +27,7 @@ Ids addDocuments(const Template& source, std::vector<Document>& documents) {
     Ids added;
     for (Document document : source.documents) {
         std::vector<std::string> taken;
+        taken.reserve(documents.size());
         for (const Document& known : documents)
             taken.push_back(known.id);
         const std::string id = nextId(taken);
@@ -70,6 +71,7 @@ void addRecipients(const Json& given, const Ids& documents, Json& recipients) {
             Json* known = recipientOfRole(recipients, added.text("roleName"));
             if (!known) {
                 std::vector<std::string> taken;
+        taken.reserve(documents.size());
                 for (const auto& [other, others] : recipients.members())
                     for (const Json& recipient : others.items())
                         taken.push_back(recipient.text("recipientId"));
@@ -112,7 +114,7 @@ Answer applyTemplates(const Call& call) {
     }
     if (sources.empty()) return malformed("documentTemplates is missing or empty.");
     std::vector<Ids> added;
-    const Answer changed = changeDocuments(call, [&](std::vector<Document>& documents) {
+    Answer changed = changeDocuments(call, [&](std::vector<Document>& documents) {
         for (const auto& source : sources)
             added.push_back(addDocuments(*source, documents));
         return Answer();

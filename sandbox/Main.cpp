@@ -15,7 +15,6 @@
 
 namespace {
 
-using norvane::sandbox::Fault;
 using norvane::sandbox::Json;
 using norvane::sandbox::parseFault;
 using norvane::sandbox::SandboxService;

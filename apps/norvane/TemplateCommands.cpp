@@ -9,6 +9,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <utility>
+
 namespace norvane::cli {
 
 namespace {
@@ -28,7 +30,7 @@ void list(Context& context, const ListArguments& arguments) {
     const Answer<Result<TemplateList>> answer;
     const auto completion = [answer](std::optional<TemplateList> templates, std::optional<NVMError> error) {
         if (error) return answer.give(*error);
-        answer.give(templates.value_or(TemplateList{}));
+        answer.give(std::move(templates).value_or(TemplateList{}));
     };
     if (!arguments.folder.empty())
         manager.listTemplatesWithFolderId(arguments.folder, completion);
@@ -63,7 +65,7 @@ void folders(Context& context) {
     NVMTemplatesManager().listTemplateFoldersWithCompletion(
         [answer](std::optional<FolderList> found, std::optional<NVMError> error) {
             if (error) return answer.give(*error);
-            answer.give(found.value_or(FolderList{}));
+            answer.give(std::move(found).value_or(FolderList{}));
         });
     const auto found = answer.wait();
     if (!found) {
