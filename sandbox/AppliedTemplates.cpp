@@ -71,7 +71,6 @@ void addRecipients(const Json& given, const Ids& documents, Json& recipients) {
             Json* known = recipientOfRole(recipients, added.text("roleName"));
             if (!known) {
                 std::vector<std::string> taken;
-        taken.reserve(documents.size());
                 for (const auto& [other, others] : recipients.members())
                     for (const Json& recipient : others.items())
                         taken.push_back(recipient.text("recipientId"));

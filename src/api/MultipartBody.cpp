@@ -103,8 +103,7 @@ Result<std::size_t> MultipartBody::read(char* buffer, std::size_t capacity) {
             position_ += count;
             if (count == rest.size()) nextPiece();
         } else {
-            const auto count =
-                readFile(std::get<FilePiece>(pieces_[piece_]), buffer + filled, capacity - filled);
+            auto count = readFile(std::get<FilePiece>(pieces_[piece_]), buffer + filled, capacity - filled);
             if (!count) return count;
             filled += *count;
         }

@@ -181,7 +181,7 @@ std::optional<std::string> EntityMigrationPolicy::valueOf(const std::string& att
 std::optional<std::string>
 NVMCDTabAnchorHorizontalAlignmentMigrationPolicy::valueOf(const std::string& attribute,
                                                           const EntityMapping& mapping) const {
-    const auto standard = EntityMigrationPolicy::valueOf(attribute, mapping);
+    auto standard = EntityMigrationPolicy::valueOf(attribute, mapping);
     if (!standard || mapping.modelVersion != kDestination || attribute != "anchorHorizontalAlignment")
         return standard;
     return "CASE WHEN " + *standard + " IS NOT NULL THEN 'left' END";

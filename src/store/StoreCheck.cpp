@@ -67,10 +67,9 @@ class StoreCheck {
 
     Failure columns() {
         std::set<std::string> present;
-        const auto error =
-            each("SELECT tables.name || '.' || columns.name FROM sqlite_master AS tables, "
-                 "pragma_table_info(tables.name) AS columns WHERE tables.type = 'table'",
-                 [&](SQLite::Statement& row) { present.insert(row.getColumn(0).getString()); });
+        auto error = each("SELECT tables.name || '.' || columns.name FROM sqlite_master AS tables, "
+                          "pragma_table_info(tables.name) AS columns WHERE tables.type = 'table'",
+                          [&](SQLite::Statement& row) { present.insert(row.getColumn(0).getString()); });
         if (error) return error;
         const auto expect = [&](const std::string& table, const std::string& column) {
             if (present.contains(table + "." + column)) return;
@@ -106,13 +105,13 @@ class StoreCheck {
             std::string owners;
             for (const auto& inverse : entity->inverses)
                 owners += (owners.empty() ? "(" : " + (") + sqlName(inverse.column) + " IS NOT NULL)";
-            const auto error = each("SELECT _id, " + owners + " AS owners FROM " + sqlName(entity->name()) +
-                                        " WHERE owners <> 1 LIMIT " + std::to_string(kMostOfAKind),
-                                    [&](SQLite::Statement& row) {
-                                        found("owner", rowName(entity->name(), row.getColumn(0).getInt64()),
-                                              row.getColumn(1).getInt() == 0 ? "Nothing owns it."
-                                                                             : "It has several owners.");
-                                    });
+            auto error = each("SELECT _id, " + owners + " AS owners FROM " + sqlName(entity->name()) +
+                                  " WHERE owners <> 1 LIMIT " + std::to_string(kMostOfAKind),
+                              [&](SQLite::Statement& row) {
+                                  found("owner", rowName(entity->name(), row.getColumn(0).getInt64()),
+                                        row.getColumn(1).getInt() == 0 ? "Nothing owns it."
+                                                                       : "It has several owners.");
+                              });
             if (error) return error;
         }
         return std::nullopt;
