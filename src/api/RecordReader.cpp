@@ -5,6 +5,7 @@
 #include <norvane/api/NVESObject.h>
 #include <norvane/platform/Json.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -13,6 +14,10 @@ namespace {
 
 namespace dom = simdjson::dom;
 using dom::element_type;
+
+/// Records of a list are made side by side: quicker to make and to read than one by one all over the heap.
+/// Few enough that a record which outlives its list does not keep much memory.
+constexpr std::size_t kRecordsOfBlock = 32;
 
 /// Most texts are short, and a copy of a known size is cheaper than a call: the parser's own buffer has room
 /// to read beyond the end of any text in it.
@@ -167,14 +172,23 @@ bool RecordReader::readList(dom::element value, const ReferenceAccess& access, v
     if (!value.is_array()) return mismatch(value, "NSArray");
     const dom::array array = value.get_array().value_unsafe();
     const KeyIndex& index = KeyIndex::of(access.type());
-    access.reset(member, array.size());
+    std::size_t left = static_cast<std::size_t>(
+        std::count_if(array.begin(), array.end(), [](dom::element element) { return !element.is_null(); }));
+    if (left > room_ / access.recordSize) return mismatch(value, "NSArray that fits in memory");
+    room_ -= left * access.recordSize;
+    access.reset(member, left);
     cursor_.passTokens(1);
     std::size_t number = 0;
+    std::size_t filled = 0;
     for (const dom::element element : array) {
-        if (element.is_null())
+        if (element.is_null()) {
             cursor_.passTokens(1);
-        else if (!readRecord(element, index, access.emplace(member)))
-            return failedIn(std::to_string(number));
+        } else {
+            if (filled == access.size(member)) access.extend(member, std::min(left, kRecordsOfBlock));
+            --left;
+            if (!readRecord(element, index, access.at(member, filled++)))
+                return failedIn(std::to_string(number));
+        }
         cursor_.passTokens(1);
         ++number;
     }

@@ -34,7 +34,12 @@ class RecordReader {
     bool mismatch(simdjson::dom::element value, std::string_view type);
     bool failedIn(std::string_view step);
 
+    /// Bytes of all lists' records together. An empty record takes two bytes of JSON and up to two thousand
+    /// here; real answers are far below.
+    static constexpr std::size_t kMaxListBytes = std::size_t{1} << 30;
+
     JsonCursor& cursor_;
+    std::size_t room_ = kMaxListBytes; ///< what is left of it
     // What the failed read found: where, what and what it should have been.
     std::string path_;
     std::string received_;

@@ -92,6 +92,28 @@ TEST(RecordJson, RefusesWhatIsNoJsonOfThatSizeAndDepth) {
     for (const std::string& text : {std::string(), std::string("<html>"), std::string(R"({"uri":"a")"), deep,
                                     std::string("{\"uri\":\"\xff\"}"), std::string(R"({"uri":1e999e})")})
         EXPECT_EQ(errorOf<NVESEnvelopeSummary>(text).code, 143553) << text;
+
+    std::string many = R"({"textTabs":[{})";
+    for (int number = 0; number < 1'000'000; ++number)
+        many += ",{}";
+    EXPECT_EQ(errorOf<NVESTabs>(many + "]}").code, 143553) << "3 MB that would take 2 GB";
+}
+
+TEST(RecordJson, ReadsLongListsWithNullsAmongThem) {
+    std::string json = R"({"textTabs":[null)";
+    for (int number = 0; number < 200; ++number) {
+        json += R"(,{"tabId":")" + std::to_string(number) + "\"}";
+        if (number % 7 == 0) json += ",null";
+    }
+    auto tabs = readRecord<NVESTabs>(json + "]}");
+    ASSERT_TRUE(tabs && (*tabs)->textTabs);
+    ASSERT_EQ((*tabs)->textTabs->size(), 200u);
+    for (std::size_t number = 0; number < 200; ++number)
+        EXPECT_EQ((*(*tabs)->textTabs)[number]->tabId, std::to_string(number));
+
+    const std::shared_ptr<NVESText> survivor = (*tabs)->textTabs->at(99);
+    tabs->reset();
+    EXPECT_EQ(survivor->tabId, "99") << "once the list has gone";
 }
 
 TEST(RecordJson, TravelsUnderTheReservedWordsNeverUnderThePropertyNames) {

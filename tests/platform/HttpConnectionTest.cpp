@@ -134,6 +134,16 @@ TEST_F(HttpConnection, TimesOutWhenNothingMovesButNotWhileSomethingDoes) {
     EXPECT_TRUE(send(std::move(dripping)));
 }
 
+TEST_F(HttpConnection, DoesNotTimeOutWhileWhatItHandedOverIsStillBeingSent) {
+    serve([](const ReceivedRequest&) { return ServerReply::with(200); });
+    server->readBodiesSlowly(60ms);
+    auto upload = post("/slow", std::string(3'000'000, 'x')); // the system takes nearly all of it at once
+    upload.idleTimeout = 1s;
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_TRUE(send(std::move(upload)));
+    EXPECT_GT(std::chrono::steady_clock::now() - begin, 2s);
+}
+
 class BrokenBody final : public HttpBody {
   public:
     explicit BrokenBody(std::optional<NVMError> error)

@@ -157,6 +157,13 @@ void TlsServer::closeInsideBodiesAfter(std::size_t count) {
     bodyLimit_ = count;
 }
 
+void TlsServer::readBodiesSlowly(std::chrono::milliseconds pause) {
+    constexpr int kBuffer = 128 << 10;
+    ::setsockopt(listener_, SOL_SOCKET, SO_RCVBUF, &kBuffer, sizeof kBuffer);
+    const std::lock_guard lock(mutex_);
+    bodyPause_ = pause;
+}
+
 std::vector<ReceivedRequest> TlsServer::requests() const {
     const std::lock_guard lock(mutex_);
     return requests_;
@@ -223,10 +230,13 @@ bool TlsServer::answer(Connection& connection, ReceivedRequest request) {
     const std::size_t size = std::stoul(request.header("Content-Length").value_or("0"));
     std::unique_lock lock(mutex_);
     const std::size_t wanted = std::min(size, bodyLimit_);
+    const auto pause = bodyPause_;
     lock.unlock();
     bool open = true;
-    while (open && connection.unread.size() < wanted)
+    while (open && connection.unread.size() < wanted) {
+        if (pause.count() > 0) std::this_thread::sleep_for(pause);
         open = connection.receive(connection.unread);
+    }
     request.body = connection.unread.substr(0, wanted);
     request.complete = request.body.size() == size;
     connection.unread.erase(0, request.body.size());

@@ -68,6 +68,9 @@ class TlsServer {
     std::string baseAddress() const;
     /// From now on connections are closed once that many bytes of a body have come.
     void closeInsideBodiesAfter(std::size_t count);
+    /// From now on new connections buffer little, and a piece of a body (64 kB at most) is taken only so
+    /// often.
+    void readBodiesSlowly(std::chrono::milliseconds pause);
 
     std::vector<ReceivedRequest> requests() const;
     /// How many requests for that target arrived, whole or not.
@@ -95,6 +98,7 @@ class TlsServer {
     std::vector<int> open_;
     std::size_t connections_ = 0;
     std::size_t bodyLimit_ = SIZE_MAX;
+    std::chrono::milliseconds bodyPause_{0};
     bool stopping_ = false;
     std::vector<std::thread> servers_;
 

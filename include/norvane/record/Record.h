@@ -63,10 +63,14 @@ inline bool sameName(std::string_view first, std::string_view second) {
 /// How to reach the elements of a `field::List` or the target of a `field::Record` without its type.
 struct ReferenceAccess {
     const RecordType& (*type)();
+    std::size_t recordSize; ///< bytes of one element, without what it refers to
     std::size_t (*size)(const void* member);
     void* (*at)(const void* member, std::size_t index);
     /// Appends (List) or sets (Record) a fresh element and gives it.
     void* (*emplace)(void* member);
+    /// The same `count` times, but the elements share one allocation, which goes with the last of them: for
+    /// short runs of a list that is filled at once.
+    void (*extend)(void* member, std::size_t count);
     /// The same with an element that exists; it must be of `type`.
     void (*adopt)(void* member, std::shared_ptr<void> element);
     std::shared_ptr<void> (*share)(const void* member, std::size_t index);
@@ -176,9 +180,13 @@ struct RecordAccess {
     static const Member& of(const void* member) { return *static_cast<const Member*>(member); }
     static constexpr ReferenceAccess value{
         []() -> const RecordType& { return T::type(); },
+        sizeof(T),
         [](const void* member) -> std::size_t { return of(member) ? 1 : 0; },
         [](const void* member, std::size_t) -> void* { return of(member).get(); },
         [](void* member) -> void* { return (of(member) = std::make_shared<T>()).get(); },
+        [](void* member, std::size_t count) {
+            if (count > 0) of(member) = std::make_shared<T>();
+        },
         [](void* member, std::shared_ptr<void> element) {
             of(member) = std::static_pointer_cast<T>(std::move(element));
         },
@@ -196,11 +204,18 @@ struct ListAccess {
     static const Member& of(const void* member) { return *static_cast<const Member*>(member); }
     static constexpr ReferenceAccess value{
         []() -> const RecordType& { return T::type(); },
+        sizeof(T),
         [](const void* member) -> std::size_t { return of(member) ? of(member)->size() : 0; },
         [](const void* member, std::size_t index) -> void* { return (*of(member))[index].get(); },
         [](void* member) -> void* {
             if (!of(member)) of(member).emplace();
             return of(member)->emplace_back(std::make_shared<T>()).get();
+        },
+        [](void* member, std::size_t count) {
+            if (!of(member)) of(member).emplace();
+            const std::shared_ptr<T[]> block = std::make_shared_for_overwrite<T[]>(count); // no need of zeros
+            for (std::size_t number = 0; number < count; ++number)
+                of(member)->emplace_back(block, &block[number]);
         },
         [](void* member, std::shared_ptr<void> element) {
             if (!of(member)) of(member).emplace();

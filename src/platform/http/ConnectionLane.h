@@ -1,6 +1,7 @@
 #pragma once
 
 #include "src/platform/http/CertificatePin.h"
+#include "src/platform/http/OpenSockets.h"
 
 #include <norvane/platform/HttpSession.h>
 
@@ -35,6 +36,7 @@ class ConnectionLane {
 
     const Trust& trust() const { return trust_; }
     bool isIdle() const { return taken_ == 0; }
+    OpenSockets& sockets() { return sockets_; }
     /// A handle with the lane's trust and nothing else set; null when memory is short.
     CURL* take();
     void giveBack(CURL* handle);
@@ -44,6 +46,7 @@ class ConnectionLane {
 
     Trust trust_;
     std::optional<std::filesystem::path> trustAnchorFile_;
+    OpenSockets sockets_;
     CURLSH* share_;
     std::vector<CURL*> idle_;
     std::size_t taken_ = 0;

@@ -3,10 +3,6 @@
 #include "src/platform/AsciiText.h"
 #include "src/platform/http/TransportErrors.h"
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <sys/socket.h>
-
 #include <algorithm>
 #include <cstdlib>
 
@@ -16,11 +12,9 @@ namespace {
 constexpr std::uint64_t kMaxBytesInMemory = 64ULL << 20;
 constexpr std::uint64_t kMaxBytesInFile = 1ULL << 30;
 constexpr std::size_t kMaxHeaderBytes = 256 << 10;
-/// Larger pieces make uploads no faster (tried up to 2 MiB), but hide a slow connection's progress for
-/// longer.
+/// Larger pieces make uploads no faster (tried up to 2 MiB).
 constexpr std::uint64_t kMaxUploadPiece = 128 << 10;
 constexpr std::uint64_t kMinUploadPiece = 16 << 10;
-constexpr int kMaxUnsent = 256 << 10;
 constexpr long kReceiveBuffer = 128 << 10;
 /// Older idle connections are likely to have been forgotten by something in between.
 constexpr long kMaxIdleSeconds = 60;
@@ -43,8 +37,9 @@ Transfer::Transfer(HttpRequest request, std::optional<std::filesystem::path> dow
     : request_(std::move(request))
     , downloadFolder_(std::move(downloadFolder)) {}
 
-void Transfer::begin(CURL* handle, Clock::time_point now) {
+void Transfer::begin(CURL* handle, OpenSockets& sockets, Clock::time_point now) {
     handle_ = handle;
+    sockets_ = &sockets;
     lastMove_ = now;
     curl_easy_setopt(handle_, CURLOPT_PRIVATE, this);
     curl_easy_setopt(handle_, CURLOPT_ERRORBUFFER, detail_.data());
@@ -71,6 +66,8 @@ void Transfer::applyRules() {
     if (request_.url.isLoopback()) curl_easy_setopt(handle_, CURLOPT_PROXY, "");
     curl_easy_setopt(handle_, CURLOPT_OPENSOCKETFUNCTION, &Transfer::onConnect);
     curl_easy_setopt(handle_, CURLOPT_OPENSOCKETDATA, this);
+    curl_easy_setopt(handle_, CURLOPT_CLOSESOCKETFUNCTION, &OpenSockets::onClose);
+    curl_easy_setopt(handle_, CURLOPT_CLOSESOCKETDATA, sockets_);
     curl_easy_setopt(handle_, CURLOPT_PREREQFUNCTION, &Transfer::onAttempt);
     curl_easy_setopt(handle_, CURLOPT_PREREQDATA, this);
 }
@@ -148,7 +145,7 @@ std::int64_t Transfer::moved() const {
     return measured(handle_, CURLINFO_SIZE_UPLOAD_T) + measured(handle_, CURLINFO_SIZE_DOWNLOAD_T) +
            measured(handle_, CURLINFO_NAMELOOKUP_TIME_T) + measured(handle_, CURLINFO_CONNECT_TIME_T) +
            measured(handle_, CURLINFO_APPCONNECT_TIME_T) + counted(handle_, CURLINFO_REQUEST_SIZE) +
-           counted(handle_, CURLINFO_HEADER_SIZE);
+           counted(handle_, CURLINFO_HEADER_SIZE) - sockets_->unconfirmed(connection_);
 }
 
 Result<HttpResponse> Transfer::outcome(CURLcode result) {
@@ -269,17 +266,14 @@ std::size_t Transfer::onBody(char* bytes, std::size_t size, std::size_t count, v
 
 curl_socket_t Transfer::onConnect(void* self, curlsocktype, curl_sockaddr* address) {
     if (static_cast<Transfer*>(self)->isSecondAttempt()) return CURL_SOCKET_BAD;
-    const int made = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
-    // Else the system takes megabytes at once and sends them for minutes, while the upload seems to stand
-    // still.
-    ::setsockopt(made, IPPROTO_TCP, TCP_NOTSENT_LOWAT, &kMaxUnsent, sizeof kMaxUnsent);
-    return made;
+    return static_cast<Transfer*>(self)->sockets_->open(*address);
 }
 
-int Transfer::onAttempt(void* self, char*, char*, int, int) {
+int Transfer::onAttempt(void* self, char*, char*, int remotePort, int localPort) {
     auto& transfer = *static_cast<Transfer*>(self);
     if (transfer.isSecondAttempt()) return CURL_PREREQFUNC_ABORT;
     transfer.attempted_ = true;
+    transfer.connection_ = transfer.sockets_->find(localPort, remotePort);
     return CURL_PREREQFUNC_OK;
 }
 

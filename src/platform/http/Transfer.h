@@ -1,6 +1,7 @@
 #pragma once
 
 #include "src/platform/http/DownloadFile.h"
+#include "src/platform/http/OpenSockets.h"
 
 #include <norvane/platform/HttpSession.h>
 
@@ -30,8 +31,9 @@ class Transfer {
     const HttpRequest& request() const { return request_; }
     CURL* handle() const { return handle_; }
 
-    /// Sets everything but trust on the handle, which the caller adds to a multi handle afterwards.
-    void begin(CURL* handle, Clock::time_point now);
+    /// Sets everything but trust on the handle, which the caller adds to a multi handle afterwards. The
+    /// sockets are those of the handle's lane.
+    void begin(CURL* handle, OpenSockets& sockets, Clock::time_point now);
     /// When the request counts as timed out unless something moves before.
     Clock::time_point deadline(Clock::time_point now);
     /// The answer, or the error that libcurl's result stands for.
@@ -62,13 +64,15 @@ class Transfer {
     static std::size_t onHeader(char* line, std::size_t size, std::size_t count, void* self);
     static std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* self);
     static curl_socket_t onConnect(void* self, curlsocktype purpose, curl_sockaddr* address);
-    static int onAttempt(void* self, char*, char*, int, int);
+    static int onAttempt(void* self, char*, char*, int remotePort, int localPort);
     static int onRewind(void* self, curl_off_t offset, int origin);
     bool isSecondAttempt();
 
     HttpRequest request_;
     std::optional<std::filesystem::path> downloadFolder_;
     CURL* handle_ = nullptr;
+    OpenSockets* sockets_ = nullptr;
+    curl_socket_t connection_ = CURL_SOCKET_BAD; ///< once the request goes out
     Headers headerLines_{nullptr, &curl_slist_free_all};
     std::array<char, CURL_ERROR_SIZE> detail_{};
 

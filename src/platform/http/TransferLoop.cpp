@@ -108,7 +108,7 @@ void TransferLoop::start(Job job) {
     job.lane = laneFor(std::move(*trust));
     CURL* const handle = job.lane->take();
     if (!handle) return job.done(curlError(CURLE_OUT_OF_MEMORY, 0, {}, evidence(request.url)));
-    job.transfer->begin(handle, Transfer::Clock::now());
+    job.transfer->begin(handle, job.lane->sockets(), Transfer::Clock::now());
     curl_multi_add_handle(multi_, handle);
     active_.push_back(std::move(job));
 }
