@@ -14,6 +14,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     bool ReportContext(const Context& context) override;
     void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
+    bool failed() const { return failed_; } ///< whether a line ended with an error
 
   private:
     struct Line {

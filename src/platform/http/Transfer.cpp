@@ -103,7 +103,7 @@ void Transfer::applyHeaders() {
     const auto add = [this](const std::string& line) {
         curl_slist* longer = curl_slist_append(headerLines_.get(), line.c_str());
         if (!longer) return;
-        headerLines_.release();
+        static_cast<void>(headerLines_.release()); // the longer list takes it over
         headerLines_.reset(longer);
     };
     for (const auto& [name, value] : request_.headers) {
