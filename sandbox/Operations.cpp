@@ -98,7 +98,8 @@ Json recipientsOf(const Call& call) {
     if (call.envelope) return call.operations.envelopes.recipients(call.envelope->envelopeId);
     const Json details = call.operations.details.read(call.detailFile());
     const Json* changed = details.find("recipients");
-    return changed ? *changed : call.source->recipients;
+    if (changed) return *changed;
+    return call.source ? call.source->recipients : Json();
 }
 
 Answer changeRecipients(const Call& call, const std::function<Answer(Json& recipients)>& change) {
@@ -136,6 +137,22 @@ std::optional<Answer> readBody(const Request& request, Json& body) {
     return std::nullopt;
 }
 
+namespace {
+
+Answer isMissing(const std::string& key, const std::string& list) {
+    return malformed(key + " is missing in " + list + ".");
+}
+
+Answer isTaken(const std::string& key, const std::string& value) {
+    return malformed(key + " is taken: " + value);
+}
+
+Answer isUnknown(const std::string& key, const std::string& value) {
+    return errorAnswer(404, "RESOURCE_NOT_FOUND", "There is no " + key + " " + value);
+}
+
+} // namespace
+
 std::optional<Answer> changeList(Json& holder, const std::string& list, Json::Array& given,
                                  const std::string& key, const std::string& method) {
     if (!holder.find(list)) holder.set(list, Json::Array());
@@ -145,11 +162,10 @@ std::optional<Answer> changeList(Json& holder, const std::string& list, Json::Ar
         const bool adds = method == "POST";
         if (adds && entry.text(key).empty() && key != "name") entry.set(key, newUuid());
         const std::string value = entry.text(key);
-        if (value.empty()) return malformed(key + " is missing in " + list + ".");
+        if (value.empty()) return isMissing(key, list);
         const bool isThere = entryOf(holder, list, key, value);
-        if (adds && isThere) return malformed(key + " is taken: " + value);
-        if (!adds && !isThere)
-            return errorAnswer(404, "RESOURCE_NOT_FOUND", "There is no " + key + " " + value);
+        if (adds && isThere) return isTaken(key, value);
+        if (!adds && !isThere) return isUnknown(key, value);
         if (adds) kept->push_back(entry);
         if (method == "DELETE") std::erase_if(*kept, [&](const Json& old) { return old.text(key) == value; });
         if (method != "PUT") continue;

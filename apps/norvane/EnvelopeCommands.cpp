@@ -110,7 +110,7 @@ void sync(Context& context, const std::string& id) {
         lines.push_back("uploaded " + done);
     for (const auto& [failedId, reason] : outcome.failed) {
         failed.push_back(Dictionary{{"id", failedId}, {"error", reason}});
-        lines.push_back("failed " + failedId + ": " + reason);
+        lines.emplace_back("failed ").append(failedId).append(": ").append(reason);
     }
     lines.push_back(std::to_string(outcome.pending) + " envelope(s) wait for upload");
     context.output().result(Dictionary{{"succeeded", std::move(succeeded)},

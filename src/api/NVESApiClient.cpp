@@ -110,7 +110,8 @@ std::uint64_t NVESApiClient::send(const NVESRequest& request, const Data* image,
     HttpSession::Completion completed = [self = shared_from_this(), requestId, type = request.responseType,
                                          isJson = request.responseContentType == kJsonType,
                                          isFile = isDownload(request), trace = std::move(built->trace),
-                                         completion = std::move(completion)](Result<HttpResponse> answer) {
+                                         completion =
+                                             std::move(completion)](const Result<HttpResponse>& answer) {
         if (!executeRequestWithId(requestId)) return discard(answer);
         self->complete({type, isJson, isFile}, trace, answer, completion);
     };

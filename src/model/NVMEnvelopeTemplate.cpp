@@ -35,7 +35,7 @@ RecipientList sortedByRoutingOrder(const field::List<T>& list) {
 NVMEnvelopeTemplate::NVMEnvelopeTemplate(const NVMEnvelopeTemplate& envelope, bool includePdfs) {
     independentCopy().apply(envelope, *this);
     if (includePdfs) return;
-    for (const auto& document : allDocuments())
+    for (const auto& document : NVMEnvelopeTemplate::allDocuments()) // the object is not yet of a class below
         document->pdf.reset();
     if (combinedDocument) combinedDocument->pdf.reset();
 }

@@ -110,8 +110,8 @@ void NVMNativeSigningViewController::finishEnvelope() {
     envelope()->setSubjectIfNeeded();
     nvm_notifySigningComplete(envelope()->envelopeId, templateIdOf(*envelope()), NVMSigningModeOffline,
                               Value::object(shared_from_this()));
-    NVMEnvelopesHandler::finishEnvelope(*envelope(), [self =
-                                                          shared_from_this()](std::optional<NVMError> error) {
+    NVMEnvelopesHandler::finishEnvelope(*envelope(), [self = shared_from_this()](
+                                                         const std::optional<NVMError>& error) {
         Platform::current().executors->mainQueue()->async([self, error] { self->envelopeWasCached(error); });
     });
 }

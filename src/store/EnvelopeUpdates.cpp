@@ -182,6 +182,7 @@ void NVMEnvelopesHandler::updateCachedEnvelopeUpdateDocuments(
     const NVMEnvelopeDefinition& envelope, const std::vector<std::shared_ptr<NVMDocument>>& documents,
     EnvelopeCompletion completion) {
     std::vector<std::shared_ptr<NVMDocument>> copies;
+    copies.reserve(documents.size());
     for (const auto& document : documents)
         copies.push_back(copyOf(*document));
     const auto change = [copies = std::move(copies)](NVMCDEnvelopeDefinition& stored,

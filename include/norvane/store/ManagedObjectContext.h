@@ -75,8 +75,8 @@ class ManagedObjectContext {
     }
     /// Writes these attributes of the row alone.
     template <class T>
-    void updateAttributes(std::shared_ptr<T> object, std::vector<std::string_view> attributes) {
-        updateErased(T::type(), std::move(object), std::move(attributes));
+    void updateAttributes(std::shared_ptr<T> object, const std::vector<std::string_view>& attributes) {
+        updateErased(T::type(), std::move(object), attributes);
     }
     /// Removes the row and all that it owns. A row that is gone is no error.
     void remove(const ManagedObjectID& id);
