@@ -84,9 +84,10 @@ void report(benchmark::State& state, std::size_t allocationsBefore) {
 }
 
 void decodeKit(benchmark::State& state, const std::string& (*json)()) {
+    const std::string& text = json();
     const std::size_t before = allocations();
     for (auto _ : state) {
-        auto record = readRecord<NVESEnvelopeTemplate>(json());
+        auto record = readRecord<NVESEnvelopeTemplate>(text);
         if (!record) state.SkipWithError("the record could not be read");
         benchmark::DoNotOptimize(record);
     }

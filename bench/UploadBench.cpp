@@ -69,6 +69,7 @@ bool sendOnce() {
 }
 
 void uploadKit(benchmark::State& state) {
+    sendOnce(); // the document and the connection are made once
     for (auto _ : state)
         if (!sendOnce()) state.SkipWithError("the upload failed");
 }
@@ -83,15 +84,19 @@ void uploadLimit(benchmark::State& state) {
     curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, ignore);
     curl_slist* headers = curl_slist_append(nullptr, "Expect:");
     curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers);
-    for (auto _ : state) {
+    const auto send = [curl] {
         curl_mime* mime = curl_mime_init(curl);
         curl_mimepart* part = curl_mime_addpart(mime);
         curl_mime_name(part, "documentId-1");
         curl_mime_filedata(part, document().c_str());
         curl_easy_setopt(curl, CURLOPT_MIMEPOST, mime);
-        if (curl_easy_perform(curl) != CURLE_OK) state.SkipWithError("libcurl failed");
+        const bool isSent = curl_easy_perform(curl) == CURLE_OK;
         curl_mime_free(mime);
-    }
+        return isSent;
+    };
+    send();
+    for (auto _ : state)
+        if (!send()) state.SkipWithError("libcurl failed");
     curl_slist_free_all(headers);
     curl_easy_cleanup(curl);
 }

@@ -33,6 +33,12 @@ class KeyIndex {
         void* in(void* record) const { return static_cast<char*>(record) + offset; }
     };
 
+    /// Where the next key of one object is expected, and how often it was not there.
+    struct Guess {
+        std::size_t next = 0;
+        int wrong = 0;
+    };
+
     /// That of the type, made when a thread first asks for it and kept for that thread.
     static const KeyIndex& of(const RecordType& type);
     explicit KeyIndex(const RecordType& type);
@@ -42,14 +48,23 @@ class KeyIndex {
     const Field* rest() const { return rest_; }
     /// The member that travels under the key, or null. The key must lie in the parser's buffer, which has
     /// room to read beyond the end of any text in it.
-    const Member* find(std::string_view key) const {
+    const Member* find(std::string_view key, Guess& guess) const {
         const Words words(key);
+        if (guess.wrong < kMaxWrong) { // most services keep to one order
+            if (guess.next < members_.size() && members_[guess.next].words == words)
+                return &members_[guess.next++];
+            ++guess.wrong;
+        }
         for (std::size_t slot = slotOf(words); slots_[slot] != kFree; slot = (slot + 1) % kSlots)
-            if (members_[slots_[slot]].words == words) return &members_[slots_[slot]];
+            if (members_[slots_[slot]].words == words) {
+                guess.next = std::size_t{slots_[slot]} + 1;
+                return &members_[slots_[slot]];
+            }
         return nullptr;
     }
 
   private:
+    static constexpr int kMaxWrong = 2; ///< in an object, until guessing is given up
     static constexpr std::uint8_t kFree = 255;
     /// So many that a few factors will do to find one with which no two keys share a slot.
     static constexpr std::size_t kSlots = 1024;

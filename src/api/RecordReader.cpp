@@ -19,6 +19,9 @@ using dom::element_type;
 /// Few enough that a record which outlives its list does not keep much memory.
 constexpr std::size_t kRecordsOfBlock = 32;
 
+/// The parser counts no further.
+constexpr std::size_t kUncounted = 0xFFFFFF;
+
 /// Most texts are short, and a copy of a known size is cheaper than a call: the parser's own buffer has room
 /// to read beyond the end of any text in it.
 void setText(field::Text& text, std::string_view value) {
@@ -58,13 +61,14 @@ bool RecordReader::readRecord(dom::element value, const KeyIndex& index, void* r
     if (!value.is_object()) return mismatch(value, index.type().name());
     cursor_.passTokens(1);
     bool empty = true;
+    KeyIndex::Guess guess;
     const dom::object object = value.get_object().value_unsafe();
     const auto end = object.end();
     for (auto member = object.begin(); member != end; ++member) {
         empty = false;
         const std::string_view key = member.key();
         const dom::element inside = member.value();
-        const KeyIndex::Member* const known = index.find(key);
+        const KeyIndex::Member* const known = index.find(key, guess);
         if (known && known->isText && inside.is_string()) { // as most members are
             setText(*static_cast<field::Text*>(known->in(record)), textOf(inside));
             cursor_.passTokens(4);
@@ -172,21 +176,26 @@ bool RecordReader::readList(dom::element value, const ReferenceAccess& access, v
     if (!value.is_array()) return mismatch(value, "NSArray");
     const dom::array array = value.get_array().value_unsafe();
     const KeyIndex& index = KeyIndex::of(access.type());
-    std::size_t left = static_cast<std::size_t>(
-        std::count_if(array.begin(), array.end(), [](dom::element element) { return !element.is_null(); }));
-    if (left > room_ / access.recordSize) return mismatch(value, "NSArray that fits in memory");
-    room_ -= left * access.recordSize;
-    access.reset(member, left);
+    const std::size_t size = array.size();
+    if (size > room_ / access.recordSize || size >= kUncounted)
+        return mismatch(value, "NSArray that fits in memory");
+    room_ -= size * access.recordSize;
+    access.reset(member, size);
     cursor_.passTokens(1);
     std::size_t number = 0;
-    std::size_t filled = 0;
+    std::size_t used = 0;
+    std::size_t made = 0;
+    std::shared_ptr<void> block;
     for (const dom::element element : array) {
         if (element.is_null()) {
             cursor_.passTokens(1);
         } else {
-            if (filled == access.size(member)) access.extend(member, std::min(left, kRecordsOfBlock));
-            --left;
-            if (!readRecord(element, index, access.at(member, filled++)))
+            if (used == made) {
+                made = std::min(size - number, kRecordsOfBlock);
+                block = access.makeBlock(made);
+                used = 0;
+            }
+            if (!readRecord(element, index, access.emplaceOf(member, block, used++)))
                 return failedIn(std::to_string(number));
         }
         cursor_.passTokens(1);

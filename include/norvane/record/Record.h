@@ -68,9 +68,10 @@ struct ReferenceAccess {
     void* (*at)(const void* member, std::size_t index);
     /// Appends (List) or sets (Record) a fresh element and gives it.
     void* (*emplace)(void* member);
-    /// The same `count` times, but the elements share one allocation, which goes with the last of them: for
-    /// short runs of a list that is filled at once.
-    void (*extend)(void* member, std::size_t count);
+    /// Fresh elements side by side, and the way to append (List) or set (Record) one of them, which keeps all
+    /// of them alive: for short runs of a list that is filled at once.
+    std::shared_ptr<void> (*makeBlock)(std::size_t count);
+    void* (*emplaceOf)(void* member, const std::shared_ptr<void>& block, std::size_t index);
     /// The same with an element that exists; it must be of `type`.
     void (*adopt)(void* member, std::shared_ptr<void> element);
     std::shared_ptr<void> (*share)(const void* member, std::size_t index);
@@ -173,6 +174,13 @@ NORVANE_KIND(LocalText, Local)
 NORVANE_KIND(Rest, Rest)
 #undef NORVANE_KIND
 
+/// Not zeroed first: every member has its initial value.
+template <class T>
+std::shared_ptr<void> makeRecords(std::size_t count) {
+    const std::shared_ptr<T[]> block = std::make_shared_for_overwrite<T[]>(count);
+    return {block, block.get()};
+}
+
 template <class T>
 struct RecordAccess {
     using Member = std::shared_ptr<T>;
@@ -184,8 +192,9 @@ struct RecordAccess {
         [](const void* member) -> std::size_t { return of(member) ? 1 : 0; },
         [](const void* member, std::size_t) -> void* { return of(member).get(); },
         [](void* member) -> void* { return (of(member) = std::make_shared<T>()).get(); },
-        [](void* member, std::size_t count) {
-            if (count > 0) of(member) = std::make_shared<T>();
+        &makeRecords<T>,
+        [](void* member, const std::shared_ptr<void>& block, std::size_t index) -> void* {
+            return (of(member) = {block, static_cast<T*>(block.get()) + index}).get();
         },
         [](void* member, std::shared_ptr<void> element) {
             of(member) = std::static_pointer_cast<T>(std::move(element));
@@ -211,11 +220,10 @@ struct ListAccess {
             if (!of(member)) of(member).emplace();
             return of(member)->emplace_back(std::make_shared<T>()).get();
         },
-        [](void* member, std::size_t count) {
+        &makeRecords<T>,
+        [](void* member, const std::shared_ptr<void>& block, std::size_t index) -> void* {
             if (!of(member)) of(member).emplace();
-            const std::shared_ptr<T[]> block = std::make_shared_for_overwrite<T[]>(count); // no need of zeros
-            for (std::size_t number = 0; number < count; ++number)
-                of(member)->emplace_back(block, &block[number]);
+            return of(member)->emplace_back(block, static_cast<T*>(block.get()) + index).get();
         },
         [](void* member, std::shared_ptr<void> element) {
             if (!of(member)) of(member).emplace();
