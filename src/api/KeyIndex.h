@@ -11,7 +11,8 @@
 namespace norvane {
 
 /// Finds the members of a record by the keys of a JSON document: by the ten thousand and in any order, so
-/// without a loop over a key's characters and without a branch that depends on them.
+/// without a loop over a key's characters. The next member of the table is tried first; in objects of another
+/// order that is soon given up, and no branch depends on the key.
 class KeyIndex {
   public:
     /// A key in a form that is hashed and compared by words: its length and up to 32 of its bytes, which are
@@ -33,7 +34,7 @@ class KeyIndex {
         void* in(void* record) const { return static_cast<char*>(record) + offset; }
     };
 
-    /// Where the next key of one object is expected, and how often it was not there.
+    /// Which member the next key of one object may name, and how often it did not. A new one for each object.
     struct Guess {
         std::size_t next = 0;
         int wrong = 0;
@@ -50,7 +51,7 @@ class KeyIndex {
     /// room to read beyond the end of any text in it.
     const Member* find(std::string_view key, Guess& guess) const {
         const Words words(key);
-        if (guess.wrong < kMaxWrong) { // most services keep to one order
+        if (guess.wrong < kMaxWrong) {
             if (guess.next < members_.size() && members_[guess.next].words == words)
                 return &members_[guess.next++];
             ++guess.wrong;
